@@ -1,0 +1,13 @@
+#include "app/run_error.h"
+
+namespace ferrolund::app::err {
+
+RunError FileNotFound(const std::string& path) { return {kFileNotFound, "File not found: " + path}; }
+RunError PathNotFound(const std::string& path) { return {kPathNotFound, "Path not found: " + path}; }
+RunError PathFileAccess(const std::string& path) { return {kPathFileAccess, "Path/File access error: " + path}; }
+RunError Overflow() { return {kOverflow, "Overflow"}; }
+RunError SubscriptOutOfRange() { return {kSubscriptOutOfRange, "Subscript out of range"}; }
+RunError InputPastEnd() { return {kInputPastEnd, "Input past end of file"}; }
+RunError TypeMismatch() { return {kTypeMismatch, "Type mismatch"}; }
+
+}  // namespace ferrolund::app::err
