@@ -1,0 +1,17 @@
+#include "app/app_context.h"
+
+#include "app/error_log.h"
+
+namespace ferrolund::app {
+
+std::string AppContext::langText(int n, const std::string& fallback, const std::string& module) {
+    if (auto text = lang.text(n)) return *text;
+    report(err::SubscriptOutOfRange(), module);
+    return fallback;
+}
+
+void AppContext::report(const RunError& error, const std::string& module) {
+    ReportUnexpectedError(*this, error.description, currentRoutine, error.number, module);
+}
+
+}  // namespace ferrolund::app
