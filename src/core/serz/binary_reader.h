@@ -1,0 +1,69 @@
+#pragma once
+// Walks the records of a binary file one by one, resolving the string table and the line
+// cache, so that what it hands out is complete: kind, name, type and payload.
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "serz/codec_status.h"
+#include "serz/format.h"
+
+namespace ferrolund::serz {
+
+struct Record {
+    Kind kind = Kind::Nil;
+    std::uint16_t nameIndex = 0;   // into the string table, for kinds with a name
+    ValueType type = ValueType::Unknown;  // value type, or the element type of an array
+    std::uint32_t id = 0;          // open: the element's id (0: none); reference: the target
+    std::uint32_t count = 0;       // open: children as stored; array: elements; blob: bytes
+    std::uint16_t stringIndex = 0; // a cDeltaString value
+    const unsigned char* payload = nullptr;  // scalar, array elements or blob bytes
+};
+
+class BinaryReader {
+public:
+    // `bytes` must outlive the reader; the magic is checked by Start.
+    explicit BinaryReader(std::string_view bytes);
+
+    CodecStatus Start();
+    // Reads the next record. False at the end of the data or on a failure, which then
+    // stays in `failure()`.
+    bool Next(Record& record);
+
+    const CodecStatus& failure() const { return failure_; }
+    bool AtEnd() const { return pos_ == end_; }
+    std::size_t offset() const { return static_cast<std::size_t>(pos_ - begin_); }
+    std::string_view String(std::uint16_t index) const { return strings_[index]; }
+
+private:
+    struct CacheEntry {
+        Kind kind = Kind::Nil;
+        std::uint16_t name = 0;
+        ValueType type = ValueType::Unknown;
+    };
+
+    bool Fail(std::size_t offset, std::string_view reason);
+    bool Need(std::size_t bytes, std::string_view what);
+    bool ReadString(std::uint16_t& index);
+    bool ReadHeader(CacheEntry& entry);
+    bool ReadPayload(Record& record);
+
+    const unsigned char* begin_;
+    const unsigned char* pos_;
+    const unsigned char* end_;
+    std::vector<std::string_view> strings_;
+    std::array<CacheEntry, kCacheSlots> cache_{};
+    std::array<bool, kCacheSlots> filled_{};
+    int cursor_ = 0;
+    CodecStatus failure_;
+};
+
+// How many bytes make up `characters` characters of UTF-8 starting at `text` (a lead byte
+// decides its sequence's length), or -1 when they run past `limit` bytes.
+long long Utf8Bytes(const unsigned char* text, std::size_t limit, std::uint64_t characters);
+// The number of characters of `text`, counted the same way; -1 when a sequence is cut off.
+long long Utf8Characters(std::string_view text);
+
+}  // namespace ferrolund::serz

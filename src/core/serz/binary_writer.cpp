@@ -1,0 +1,214 @@
+#include "serz/binary_writer.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "serz/binary_reader.h"
+
+namespace ferrolund::serz {
+
+namespace {
+
+std::uint64_t HashBytes(std::string_view text) {
+    std::uint64_t h = 0x9E3779B97F4A7C15ULL ^ text.size();
+    std::size_t i = 0;
+    for (; i + 8 <= text.size(); i += 8) {
+        std::uint64_t chunk;
+        std::memcpy(&chunk, text.data() + i, 8);
+        h = (h ^ chunk) * 0xFF51AFD7ED558CCDULL;
+        h ^= h >> 29;
+    }
+    std::uint64_t tail = 0;
+    std::memcpy(&tail, text.data() + i, text.size() - i);
+    h = (h ^ tail) * 0xC4CEB9FE1A85EC53ULL;
+    return h ^ (h >> 32);
+}
+
+constexpr std::size_t kInitialIndex = 1024;
+
+}  // namespace
+
+BinaryWriter::BinaryWriter(std::string& out, std::size_t expected)
+    : out_(out, expected), index_(kInitialIndex, 0), slotsByName_(1) {
+    out_.Append(kMagic);
+}
+
+bool BinaryWriter::Fail(std::string reason) {
+    failure_ = std::move(reason);
+    return false;
+}
+
+void BinaryWriter::Put16(std::uint16_t value) {
+    char* p = out_.Reserve(2);
+    std::memcpy(p, &value, 2);
+    out_.Commit(p + 2);
+}
+
+void BinaryWriter::Put32(std::uint32_t value) {
+    char* p = out_.Reserve(4);
+    std::memcpy(p, &value, 4);
+    out_.Commit(p + 4);
+}
+
+int BinaryWriter::FindString(std::string_view text, std::uint64_t hash) const {
+    std::size_t mask = index_.size() - 1;
+    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+        std::uint32_t entry = index_[at];
+        if (entry == 0) return kNone;
+        const Span& span = strings_[entry - 1];
+        if (hashes_[entry - 1] == hash && span.length == text.size() &&
+            std::memcmp(out_.At(span.offset), text.data(), text.size()) == 0) {
+            return static_cast<int>(entry - 1);
+        }
+    }
+}
+
+// Writes the reference to `text`, adding it to the table (in place, after FFFF and its
+// character count) when it is new.
+bool BinaryWriter::WriteString(std::string_view text, int& index) {
+    std::uint64_t hash = HashBytes(text);
+    index = FindString(text, hash);
+    if (index != kNone) {
+        Put16(static_cast<std::uint16_t>(index));
+        return true;
+    }
+    long long characters = Utf8Characters(text);
+    if (characters < 0) return Fail("the text ends inside a UTF-8 character");
+    if (strings_.size() >= kNewString) return Fail("more than 65535 different strings");
+    Put16(kNewString);
+    Put32(static_cast<std::uint32_t>(characters));
+    strings_.push_back({out_.size(), text.size()});
+    hashes_.push_back(hash);
+    out_.Append(text);
+    index = static_cast<int>(strings_.size() - 1);
+    if (strings_.size() * 2 > index_.size()) {
+        std::vector<std::uint32_t> grown(index_.size() * 2, 0);
+        std::size_t mask = grown.size() - 1;
+        for (std::size_t i = 0; i < strings_.size(); ++i) {
+            std::size_t at = hashes_[i] & mask;
+            while (grown[at] != 0) at = (at + 1) & mask;
+            grown[at] = static_cast<std::uint32_t>(i + 1);
+        }
+        index_.swap(grown);
+    } else {
+        std::size_t mask = index_.size() - 1;
+        std::size_t at = hash & mask;
+        while (index_[at] != 0) at = (at + 1) & mask;
+        index_[at] = static_cast<std::uint32_t>(index + 1);
+    }
+    return true;
+}
+
+int BinaryWriter::FindCached(const CacheKey& key) const {
+    for (std::uint8_t slot : slotsByName_[static_cast<std::size_t>(key.name + 1)]) {
+        if (slots_[slot] == key) return slot;
+    }
+    return kNone;
+}
+
+void BinaryWriter::StoreCached(const CacheKey& key) {
+    if (filled_[cursor_]) {
+        auto& list = slotsByName_[static_cast<std::size_t>(slots_[cursor_].name + 1)];
+        list.erase(std::find(list.begin(), list.end(), static_cast<std::uint8_t>(cursor_)));
+    }
+    slots_[cursor_] = key;
+    filled_[cursor_] = true;
+    auto listIndex = static_cast<std::size_t>(key.name + 1);
+    if (slotsByName_.size() <= listIndex) slotsByName_.resize(listIndex + 1);
+    slotsByName_[listIndex].push_back(static_cast<std::uint8_t>(cursor_));
+    cursor_ = (cursor_ + 1) % kCacheSlots;
+}
+
+bool BinaryWriter::Header(Kind kind, std::string_view name, std::string_view type, bool hasName, bool hasType) {
+    CacheKey key{kind, kNone, kNone};
+    bool known = true;
+    if (hasName) {
+        key.name = FindString(name, HashBytes(name));
+        known = key.name != kNone;
+    }
+    if (hasType && known) {
+        key.type = FindString(type, HashBytes(type));
+        known = key.type != kNone;
+    }
+    if (known) {
+        int slot = FindCached(key);
+        if (slot != kNone) {
+            out_.Put(static_cast<char>(slot));
+            return true;
+        }
+    }
+    out_.Put(static_cast<char>(kFullRecord));
+    out_.Put(static_cast<char>(kind));
+    if (hasName && !WriteString(name, key.name)) return false;
+    if (hasType && !WriteString(type, key.type)) return false;
+    StoreCached(key);
+    return true;
+}
+
+void BinaryWriter::CountChild() {
+    if (!open_.empty()) ++open_.back().second;
+}
+
+bool BinaryWriter::Open(std::string_view name, std::uint32_t id) {
+    if (!Header(Kind::Open, name, {}, true, false)) return false;
+    CountChild();
+    Put32(id);
+    open_.emplace_back(out_.size(), 0);
+    Put32(0);
+    return true;
+}
+
+bool BinaryWriter::Close(std::string_view name) {
+    if (open_.empty()) return Fail("an end tag without a start");
+    if (!Header(Kind::Close, name, {}, true, false)) return false;
+    auto [offset, count] = open_.back();
+    std::memcpy(out_.At(offset), &count, 4);
+    open_.pop_back();
+    return true;
+}
+
+bool BinaryWriter::Value(std::string_view name, ValueType type, const void* bytes) {
+    if (!Header(Kind::Value, name, TypeName(type), true, true)) return false;
+    CountChild();
+    out_.Append({static_cast<const char*>(bytes), TypeSize(type)});
+    return true;
+}
+
+bool BinaryWriter::StringValue(std::string_view name, std::string_view text) {
+    if (!Header(Kind::Value, name, TypeName(ValueType::String), true, true)) return false;
+    CountChild();
+    int index = kNone;
+    return WriteString(text, index);
+}
+
+bool BinaryWriter::Array(std::string_view name, ValueType type, std::uint8_t count, const void* bytes) {
+    if (!Header(Kind::Array, name, TypeName(type), true, true)) return false;
+    CountChild();
+    out_.Put(static_cast<char>(count));
+    out_.Append({static_cast<const char*>(bytes), count * TypeSize(type)});
+    return true;
+}
+
+bool BinaryWriter::Reference(std::string_view name, std::uint32_t target) {
+    if (!Header(Kind::Reference, name, {}, true, false)) return false;
+    CountChild();
+    Put32(target);
+    return true;
+}
+
+bool BinaryWriter::Nil() {
+    if (!Header(Kind::Nil, {}, {}, false, false)) return false;
+    CountChild();
+    return true;
+}
+
+// A blob is not counted among its element's children: the game's own textures say so.
+char* BinaryWriter::Blob(std::uint32_t size) {
+    if (!Header(Kind::Blob, {}, {}, false, false)) return nullptr;
+    Put32(size);
+    char* room = out_.Reserve(size);
+    out_.Commit(room + size);
+    return room;
+}
+
+}  // namespace ferrolund::serz

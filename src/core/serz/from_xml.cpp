@@ -1,0 +1,362 @@
+// XML to binary: a reader of the converter's XML that takes what a person may type (any
+// indentation, LF or CR LF, blank lines, comments) and feeds the binary writer.
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "serz/binary_writer.h"
+#include "serz/codec.h"
+#include "serz/number_text.h"
+#include "serz/xml_text.h"
+
+namespace ferrolund::serz {
+
+namespace {
+
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// The attributes of a start tag that the codec reads; others are passed over.
+struct Attributes {
+    std::string_view id, type, numElements, elementType, size;
+    bool hasId = false, hasType = false, hasNumElements = false, hasElementType = false, hasSize = false;
+};
+
+class XmlReader {
+public:
+    XmlReader(std::string_view xml, BinaryWriter& writer)
+        : text_(xml), p_(xml.data()), end_(xml.data() + xml.size()), writer_(writer) {}
+
+    CodecStatus Run();
+
+private:
+    bool Fail(const char* at, std::string_view reason);
+    bool Expect(std::string_view what, std::string_view reason);
+    void SkipBlanks();
+    bool SkipMarkup();
+    bool ReadName(std::string_view& name);
+    bool ReadAttributes(Attributes& attributes, bool& selfClosing);
+    bool ReadEndTag(std::string_view name);
+    bool ReadContent(std::string_view name, bool selfClosing, std::string_view& content);
+    std::string_view BinaryName(std::string_view xmlName);
+    bool Element();
+    bool EndTag();
+    bool Value(std::string_view name, const Attributes& attributes, bool selfClosing, const char* at);
+    bool Array(std::string_view name, const Attributes& attributes, bool selfClosing, const char* at);
+    bool Blob(const Attributes& attributes, bool selfClosing, const char* at);
+    bool Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at);
+    bool Written(bool ok, const char* at);
+
+    std::string_view text_;
+    const char* p_;
+    const char* end_;
+    BinaryWriter& writer_;
+    std::vector<std::string_view> open_;  // XML names of the open elements
+    bool rootSeen_ = false;
+    std::string name_;                    // a name with "-" turned into "::"
+    std::string unescaped_;
+    std::vector<unsigned char> elements_;
+    CodecStatus failure_;
+};
+
+bool XmlReader::Fail(const char* at, std::string_view reason) {
+    if (!failure_) failure_ = ErrorAtLine(text_, at, reason);
+    return false;
+}
+
+bool XmlReader::Written(bool ok, const char* at) { return ok || Fail(at, writer_.failure()); }
+
+bool XmlReader::Expect(std::string_view what, std::string_view reason) {
+    if (static_cast<std::size_t>(end_ - p_) >= what.size() && std::memcmp(p_, what.data(), what.size()) == 0) {
+        p_ += what.size();
+        return true;
+    }
+    return Fail(p_, reason);
+}
+
+void XmlReader::SkipBlanks() {
+    while (p_ < end_ && IsBlank(*p_)) ++p_;
+}
+
+// Passes over blanks, comments and processing instructions; false on one left open.
+bool XmlReader::SkipMarkup() {
+    for (;;) {
+        SkipBlanks();
+        std::string_view rest(p_, static_cast<std::size_t>(end_ - p_));
+        std::string_view close;
+        if (rest.starts_with("<!--")) {
+            close = "-->";
+        } else if (rest.starts_with("<?")) {
+            close = "?>";
+        } else {
+            return true;
+        }
+        std::size_t found = rest.find(close, 2);
+        if (found == std::string_view::npos) return Fail(p_, "a comment or declaration is never closed");
+        p_ += found + close.size();
+    }
+}
+
+bool XmlReader::ReadName(std::string_view& name) {
+    const char* start = p_;
+    while (p_ < end_ && !IsBlank(*p_) && *p_ != '>' && *p_ != '/' && *p_ != '=' && *p_ != '<') ++p_;
+    name = {start, static_cast<std::size_t>(p_ - start)};
+    return !name.empty() || Fail(start, "a tag has no name");
+}
+
+bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
+    for (;;) {
+        SkipBlanks();
+        if (p_ == end_) return Fail(p_, "the text ends inside a tag");
+        if (*p_ == '>') {
+            ++p_;
+            selfClosing = false;
+            return true;
+        }
+        if (*p_ == '/') {
+            ++p_;
+            selfClosing = true;
+            return Expect(">", "'/' in a tag is not followed by '>'");
+        }
+        std::string_view key;
+        if (!ReadName(key)) return false;
+        SkipBlanks();
+        if (!Expect("=", "attribute '" + std::string(key) + "' has no value")) return false;
+        SkipBlanks();
+        if (p_ == end_ || (*p_ != '"' && *p_ != '\'')) return Fail(p_, "an attribute value is not in quotes");
+        char quote = *p_++;
+        const char* start = p_;
+        const char* stop = static_cast<const char*>(std::memchr(p_, quote, static_cast<std::size_t>(end_ - p_)));
+        if (stop == nullptr) return Fail(start, "an attribute value is never closed");
+        std::string_view value(start, static_cast<std::size_t>(stop - start));
+        p_ = stop + 1;
+        if (key == "d:type") {
+            a.type = value, a.hasType = true;
+        } else if (key == "d:id") {
+            a.id = value, a.hasId = true;
+        } else if (key == "d:numElements") {
+            a.numElements = value, a.hasNumElements = true;
+        } else if (key == "d:elementType") {
+            a.elementType = value, a.hasElementType = true;
+        } else if (key == "d:size") {
+            a.size = value, a.hasSize = true;
+        }
+    }
+}
+
+bool XmlReader::ReadEndTag(std::string_view name) {
+    const char* at = p_;
+    if (!Expect("</", "expected the end tag </" + std::string(name) + ">")) return false;
+    std::string_view found;
+    if (!ReadName(found)) return false;
+    SkipBlanks();
+    if (found != name) return Fail(at, "</" + std::string(found) + "> ends <" + std::string(name) + ">");
+    return Expect(">", "the end tag </" + std::string(name) + "> is not closed");
+}
+
+// The text of an element that holds only text, up to its end tag, with entities resolved.
+bool XmlReader::ReadContent(std::string_view name, bool selfClosing, std::string_view& content) {
+    content = {};
+    if (selfClosing) return true;
+    const char* start = p_;
+    const char* stop = static_cast<const char*>(std::memchr(p_, '<', static_cast<std::size_t>(end_ - p_)));
+    if (stop == nullptr) return Fail(start, "the text ends inside <" + std::string(name) + ">");
+    content = {start, static_cast<std::size_t>(stop - start)};
+    p_ = stop;
+    if (std::memchr(content.data(), '&', content.size()) != nullptr) {
+        std::size_t bad = 0;
+        if (!Unescape(content, unescaped_, bad)) return Fail(start + bad, "an unknown or broken entity");
+        content = unescaped_;
+    }
+    return ReadEndTag(name);
+}
+
+std::string_view XmlReader::BinaryName(std::string_view xmlName) {
+    if (std::memchr(xmlName.data(), '-', xmlName.size()) == nullptr) return xmlName;
+    name_.clear();
+    for (char c : xmlName) {
+        if (c == '-') {
+            name_ += "::";
+        } else {
+            name_ += c;
+        }
+    }
+    return name_;
+}
+
+bool XmlReader::Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at) {
+    auto bad = [&] { return Fail(at, "'" + std::string(text) + "' is not a value of type " + std::string(TypeName(type))); };
+    if (IsFloat(type)) {
+        double value = 0;
+        if (!ParseDouble(text, value)) return bad();
+        if (type == ValueType::Float64) {
+            std::memcpy(bytes, &value, 8);
+            return true;
+        }
+        // Past the largest float a value rounds to it or, from the midpoint on, to infinity.
+        constexpr double kFloatMidpoint = 3.4028235677973366e38;
+        float single = std::fabs(value) > std::numeric_limits<float>::max() && std::isfinite(value)
+                           ? std::copysign(std::fabs(value) < kFloatMidpoint ? std::numeric_limits<float>::max()
+                                                                              : std::numeric_limits<float>::infinity(),
+                                           static_cast<float>(std::signbit(value) ? -1 : 1))
+                           : static_cast<float>(value);
+        std::memcpy(bytes, &single, 4);
+        return true;
+    }
+    std::size_t size = TypeSize(type);
+    std::uint64_t bits = 0;
+    if (IsSigned(type)) {
+        std::int64_t value = 0;
+        std::int64_t limit = size == 8 ? std::numeric_limits<std::int64_t>::max() : (std::int64_t{1} << (8 * size - 1)) - 1;
+        if (!ParseSigned(text, value) || value > limit || value < -limit - 1) return bad();
+        bits = static_cast<std::uint64_t>(value);
+    } else {
+        std::uint64_t value = 0;
+        std::uint64_t limit = size == 8 ? std::numeric_limits<std::uint64_t>::max() : (std::uint64_t{1} << (8 * size)) - 1;
+        if (!ParseUnsigned(text, value) || value > limit) return bad();
+        bits = type == ValueType::Bool ? (value != 0) : value;
+    }
+    std::memcpy(bytes, &bits, size);  // little-endian: the low bytes come first
+    return true;
+}
+
+// A d:id or reference: a signed or unsigned 32-bit number.
+bool ParseId(std::string_view text, std::uint32_t& id) {
+    std::int64_t value = 0;
+    if (!ParseSigned(text, value) || value < std::numeric_limits<std::int32_t>::min() ||
+        value > std::numeric_limits<std::uint32_t>::max()) {
+        return false;
+    }
+    id = static_cast<std::uint32_t>(value);
+    return true;
+}
+
+bool XmlReader::Value(std::string_view name, const Attributes& a, bool selfClosing, const char* at) {
+    std::string_view content;
+    if (!ReadContent(name, selfClosing, content)) return false;
+    std::string_view binaryName = BinaryName(name);
+    if (a.type == "ref") {
+        std::uint32_t target = 0;
+        if (!ParseId(content, target)) return Fail(at, "'" + std::string(content) + "' is not a reference");
+        return Written(writer_.Reference(binaryName, target), at);
+    }
+    ValueType type = TypeFromName(a.type);
+    if (type == ValueType::Unknown) return Fail(at, "unknown type '" + std::string(a.type) + "'");
+    if (type == ValueType::String) return Written(writer_.StringValue(binaryName, content), at);
+    unsigned char bytes[8];
+    return Scalar(content, type, bytes, at) && Written(writer_.Value(binaryName, type, bytes), at);
+}
+
+bool XmlReader::Array(std::string_view name, const Attributes& a, bool selfClosing, const char* at) {
+    ValueType type = TypeFromName(a.elementType);
+    if (type == ValueType::Unknown || type == ValueType::String) {
+        return Fail(at, "unknown array element type '" + std::string(a.elementType) + "'");
+    }
+    std::uint64_t declared = 0;
+    if (!ParseUnsigned(a.numElements, declared) || declared > 255) {
+        return Fail(at, "d:numElements '" + std::string(a.numElements) + "' is not a count from 0 to 255");
+    }
+    std::string_view content;
+    if (!ReadContent(name, selfClosing, content)) return false;
+    std::size_t size = TypeSize(type);
+    elements_.clear();
+    std::size_t count = 0;
+    std::size_t i = 0;
+    while (true) {
+        while (i < content.size() && IsBlank(content[i])) ++i;
+        if (i == content.size()) break;
+        std::size_t start = i;
+        while (i < content.size() && !IsBlank(content[i])) ++i;
+        if (++count > declared) return Fail(at, "<" + std::string(name) + "> holds more elements than d:numElements");
+        elements_.resize(count * size);
+        if (!Scalar(content.substr(start, i - start), type, &elements_[(count - 1) * size], at)) return false;
+    }
+    if (count != declared) return Fail(at, "<" + std::string(name) + "> holds fewer elements than d:numElements");
+    return Written(writer_.Array(BinaryName(name), type, static_cast<std::uint8_t>(count), elements_.data()), at);
+}
+
+bool XmlReader::Blob(const Attributes& a, bool selfClosing, const char* at) {
+    std::uint64_t size = 0;
+    if (!a.hasSize || !ParseUnsigned(a.size, size) || size > std::numeric_limits<std::uint32_t>::max()) {
+        return Fail(at, "a blob needs a d:size from 0 to 4294967295");
+    }
+    std::string_view content;
+    if (!ReadContent("d:blob", selfClosing, content)) return false;
+    std::size_t digits = 0;
+    for (char c : content) digits += !IsBlank(c);
+    if (digits != 2 * size) {
+        return Fail(at, "a blob of d:size " + std::to_string(size) + " holds " + std::to_string(digits) + " hex digits");
+    }
+    char* out = writer_.Blob(static_cast<std::uint32_t>(size));
+    if (out == nullptr) return Written(false, at);
+    if (!DecodeHex(content, reinterpret_cast<unsigned char*>(out))) return Fail(at, "a blob holds a character that is not a hex digit");
+    return true;
+}
+
+bool XmlReader::Element() {
+    const char* at = p_++;
+    std::string_view name;
+    if (!ReadName(name)) return false;
+    Attributes a;
+    bool selfClosing = false;
+    if (!ReadAttributes(a, selfClosing)) return false;
+    if (open_.empty()) {
+        if (rootSeen_) return Fail(at, "a second element follows the root element");
+        rootSeen_ = true;
+    }
+    if (name == "d:nil") {
+        if (!selfClosing && !ReadEndTag(name)) return false;
+        return Written(writer_.Nil(), at);
+    }
+    if (name == "d:blob") return Blob(a, selfClosing, at);
+    if (a.hasType) return Value(name, a, selfClosing, at);
+    if (a.hasNumElements || a.hasElementType) return Array(name, a, selfClosing, at);
+    std::uint32_t id = 0;
+    if (a.hasId && !ParseId(a.id, id)) return Fail(at, "d:id '" + std::string(a.id) + "' is not a 32-bit number");
+    std::string_view binaryName = BinaryName(name);
+    if (!Written(writer_.Open(binaryName, id), at)) return false;
+    if (selfClosing) return Written(writer_.Close(binaryName), at);
+    open_.push_back(name);
+    return true;
+}
+
+bool XmlReader::EndTag() {
+    const char* at = p_;
+    if (open_.empty()) return Fail(at, "an end tag without a start tag");
+    if (!ReadEndTag(open_.back())) return false;
+    std::string_view name = open_.back();
+    open_.pop_back();
+    return Written(writer_.Close(BinaryName(name)), at);
+}
+
+CodecStatus XmlReader::Run() {
+    if (end_ - p_ >= 3 && std::memcmp(p_, "\xEF\xBB\xBF", 3) == 0) p_ += 3;  // a byte-order mark
+    for (;;) {
+        if (!SkipMarkup()) return failure_;
+        if (p_ == end_) break;
+        if (*p_ != '<') {
+            return ErrorAtLine(text_, p_, open_.empty() ? "text outside the root element"
+                                                         : "text inside <" + std::string(open_.back()) +
+                                                               ">, which holds elements");
+        }
+        bool ok = (p_ + 1 < end_ && p_[1] == '/') ? EndTag() : Element();
+        if (!ok) return failure_;
+    }
+    if (!open_.empty()) return ErrorAtLine(text_, p_, "the text ends inside <" + std::string(open_.back()) + ">");
+    if (!rootSeen_) return ErrorAtLine(text_, p_, "the text holds no element");
+    writer_.Finish();
+    return std::nullopt;
+}
+
+}  // namespace
+
+CodecStatus XmlToBinary(std::string_view xml, std::string& binary) {
+    BinaryWriter writer(binary, xml.size() / 6 + 256);
+    XmlReader reader(xml, writer);
+    CodecStatus status = reader.Run();
+    if (status) binary.clear();
+    return status;
+}
+
+}  // namespace ferrolund::serz

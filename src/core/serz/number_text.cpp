@@ -1,0 +1,284 @@
+#include "serz/number_text.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <cstdlib>
+#include <string>
+
+namespace ferrolund::serz {
+
+namespace {
+
+// Decimal digits of a positive finite value: value = d[0].d[1]d[2]... x 10^exponent.
+struct Digits {
+    char d[24];
+    int count = 0;
+    int exponent = 0;
+};
+
+Digits ParseScientific(const char* text, const char* end) {
+    Digits out;
+    const char* p = text;
+    for (; p < end && *p != 'e'; ++p) {
+        if (*p != '.') out.d[out.count++] = *p;
+    }
+    int exponent = 0;
+    if (p < end) std::from_chars(p + (p[1] == '+' ? 2 : 1), end, exponent);
+    out.exponent = exponent;
+    return out;
+}
+
+// The shortest digits that read back as the value.
+Digits ShortestDigits(double value) {
+    char buf[40];
+    auto r = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::scientific);
+    return ParseScientific(buf, r.ptr);
+}
+
+// Seventeen significant digits: what the platform's C library works from before rounding.
+Digits SeventeenDigits(double value) {
+    char buf[40];
+    auto r = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::scientific, 16);
+    return ParseScientific(buf, r.ptr);
+}
+
+// Cuts `x` to `keep` significant digits, rounding a dropped 5 upwards. `keep` may be zero
+// or negative when the value lies wholly below the last printed place.
+void RoundHalfUp(Digits& x, int keep) {
+    if (x.count <= keep) return;
+    if (keep < 0) {
+        x.count = 0;
+        return;
+    }
+    bool up = x.d[keep] >= '5';
+    x.count = keep;
+    if (!up) return;
+    int i = keep - 1;
+    while (i >= 0 && x.d[i] == '9') --i;
+    if (i < 0) {
+        // 999.. carried into a new leading digit (or nothing was kept at all).
+        x.d[0] = '1';
+        x.count = 1;
+        ++x.exponent;
+        return;
+    }
+    ++x.d[i];
+    x.count = i + 1;
+}
+
+// The value rounded to `keep` significant digits, where `keep` comes from `keepFor(exponent)`.
+template <typename KeepFor>
+Digits RoundedDigits(double value, KeepFor keepFor) {
+    Digits x = ShortestDigits(value);
+    int keep = keepFor(x.exponent);
+    // The shortest digits decide the rounding unless they end in a lone 5 just behind the
+    // cut (then only the full expansion tells a true tie from a near one) or the cut lies
+    // so far right that the platform's seventeen digits show through.
+    bool ambiguous = x.count == keep + 1 && x.d[keep] == '5';
+    if (ambiguous || keep >= 16) x = SeventeenDigits(value);
+    RoundHalfUp(x, keep);
+    while (x.count > 1 && x.d[x.count - 1] == '0') --x.count;
+    return x;
+}
+
+char* WriteNonFinite(char* out, double value, int precision) {
+    std::uint64_t bits = std::bit_cast<std::uint64_t>(value);
+    bool negative = (bits >> 63) != 0;
+    const char* word = "INF";
+    if (std::isnan(value)) {
+        bool quiet = (bits >> 51) & 1;
+        word = !quiet ? "SNAN" : (negative && (bits & ((std::uint64_t{1} << 51) - 1)) == 0) ? "IND" : "QNAN";
+    }
+    if (negative) *out++ = '-';
+    std::memcpy(out, "1.#", 3);
+    out += 3;
+    std::size_t length = std::strlen(word);
+    std::memcpy(out, word, length);
+    out += length;
+    for (int filled = static_cast<int>(length) + 1; filled < precision; ++filled) *out++ = '0';
+    return out;
+}
+
+char* WriteExponent(char* out, int exponent, int minDigits) {
+    *out++ = 'e';
+    *out++ = exponent < 0 ? '-' : '+';
+    unsigned magnitude = static_cast<unsigned>(exponent < 0 ? -exponent : exponent);
+    char digits[8];
+    int n = 0;
+    do {
+        digits[n++] = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    for (int i = n; i < minDigits; ++i) *out++ = '0';
+    while (n > 0) *out++ = digits[--n];
+    return out;
+}
+
+// Writes the digits `x` with the point after digit `exponent` and at least `fraction`
+// places behind the point (padding with zeros); no point when nothing follows it.
+char* WritePositional(char* out, const Digits& x, int fraction) {
+    int exponent = x.exponent;
+    if (exponent < 0) {
+        *out++ = '0';
+    } else {
+        for (int i = 0; i <= exponent; ++i) *out++ = i < x.count ? x.d[i] : '0';
+    }
+    int places = std::max(fraction, x.count - exponent - 1);
+    if (places <= 0) return out;
+    *out++ = '.';
+    for (int place = 1; place <= places; ++place) {
+        int index = exponent + place;
+        *out++ = (index >= 0 && index < x.count) ? x.d[index] : '0';
+    }
+    return out;
+}
+
+// The number itself: blanks around it and a leading plus sign go.
+std::string_view NumberPart(std::string_view text) {
+    auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+    return text;
+}
+
+template <typename T>
+bool ParseInteger(std::string_view text, T& value) {
+    text = NumberPart(text);
+    auto r = std::from_chars(text.data(), text.data() + text.size(), value);
+    return !text.empty() && r.ec == std::errc{} && r.ptr == text.data() + text.size();
+}
+
+bool ParseNonFinite(std::string_view text, double& value) {
+    bool negative = !text.empty() && text.front() == '-';
+    if (negative) text.remove_prefix(1);
+    if (text.substr(0, 3) != "1.#") return false;
+    text.remove_prefix(3);
+    while (!text.empty() && text.back() == '0') text.remove_suffix(1);
+    std::uint64_t bits;
+    if (text == "INF") {
+        bits = 0x7FF0000000000000ULL;
+    } else if (text == "QNAN" || text == "IND") {
+        bits = 0x7FF8000000000000ULL;
+    } else if (text == "SNAN") {
+        bits = 0x7FF4000000000000ULL;
+    } else {
+        return false;
+    }
+    if (negative) bits |= 0x8000000000000000ULL;
+    value = std::bit_cast<double>(bits);
+    return true;
+}
+
+}  // namespace
+
+char* WriteGeneral(char* out, double value, int exponentDigits) {
+    if (!std::isfinite(value)) return WriteNonFinite(out, value, 6);
+    if (std::signbit(value)) *out++ = '-';
+    value = std::fabs(value);
+    if (value == 0) {
+        *out++ = '0';
+        return out;
+    }
+    constexpr int kPrecision = 6;
+    Digits x = RoundedDigits(value, [](int) { return kPrecision; });
+    if (x.exponent < -4 || x.exponent >= kPrecision) {
+        *out++ = x.d[0];
+        if (x.count > 1) {
+            *out++ = '.';
+            std::memcpy(out, x.d + 1, static_cast<std::size_t>(x.count - 1));
+            out += x.count - 1;
+        }
+        return WriteExponent(out, x.exponent, exponentDigits);
+    }
+    return WritePositional(out, x, 0);
+}
+
+char* WriteFixed7(char* out, double value) {
+    if (!std::isfinite(value)) return WriteNonFinite(out, value, 7);
+    if (std::signbit(value)) *out++ = '-';
+    value = std::fabs(value);
+    if (value == 0) {
+        std::memcpy(out, "0.0000000", 9);
+        return out + 9;
+    }
+    Digits x = RoundedDigits(value, [](int exponent) { return exponent + 1 + 7; });
+    if (x.count == 0) x.exponent = 0;  // rounded away entirely
+    return WritePositional(out, x, 7);
+}
+
+char* WriteFixed7(char* out, float value) {
+    std::uint32_t bits = std::bit_cast<std::uint32_t>(value);
+    int biased = static_cast<int>((bits >> 23) & 0xFF);
+    std::uint64_t mantissa = bits & 0x7FFFFF;
+    if (biased != 0) mantissa |= 0x800000;
+    int shift = (biased == 0 ? 1 : biased) - 127 - 23;  // value = mantissa x 2^shift
+    // Exact when value x 10^7 fits 64 bits: a 24-bit mantissa times 10^7 stays below 2^48.
+    if (biased == 0xFF || shift > 0) return WriteFixed7(out, static_cast<double>(value));
+    std::uint64_t scaled = mantissa * 10000000ULL;
+    int right = -shift;
+    std::uint64_t units = right == 0    ? scaled
+                          : right >= 49 ? 0
+                                        : (scaled + (std::uint64_t{1} << (right - 1))) >> right;
+    if (bits >> 31) *out++ = '-';
+    out = WriteUnsigned(out, units / 10000000ULL);
+    *out++ = '.';
+    std::uint64_t fraction = units % 10000000ULL;
+    for (int i = 6; i >= 0; --i) {
+        out[i] = static_cast<char>('0' + fraction % 10);
+        fraction /= 10;
+    }
+    return out + 7;
+}
+
+char* WriteAltEncoding(char* out, double value) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::uint64_t bits = std::bit_cast<std::uint64_t>(value);
+    for (int i = 0; i < 8; ++i) {
+        auto byte = static_cast<unsigned>((bits >> (8 * i)) & 0xFF);
+        *out++ = kHex[byte >> 4];
+        *out++ = kHex[byte & 0xF];
+    }
+    return out;
+}
+
+char* WriteUnsigned(char* out, std::uint64_t value) {
+    char digits[20];
+    int n = 0;
+    do {
+        digits[n++] = static_cast<char>('0' + value % 10);
+        value /= 10;
+    } while (value != 0);
+    while (n > 0) *out++ = digits[--n];
+    return out;
+}
+
+char* WriteSigned(char* out, std::int64_t value) {
+    if (value < 0) {
+        *out++ = '-';
+        return WriteUnsigned(out, std::uint64_t{0} - static_cast<std::uint64_t>(value));
+    }
+    return WriteUnsigned(out, static_cast<std::uint64_t>(value));
+}
+
+bool ParseDouble(std::string_view text, double& value) {
+    text = NumberPart(text);
+    if (text.empty()) return false;
+    const char* end = text.data() + text.size();
+    auto r = std::from_chars(text.data(), end, value);
+    if (r.ptr != end) return ParseNonFinite(text, value);
+    if (r.ec == std::errc::result_out_of_range) {
+        // Beyond a double's range: the C library's reading gives infinity or zero.
+        value = std::strtod(std::string(text).c_str(), nullptr);
+    }
+    return r.ec == std::errc{} || r.ec == std::errc::result_out_of_range;
+}
+
+bool ParseUnsigned(std::string_view text, std::uint64_t& value) { return ParseInteger(text, value); }
+
+bool ParseSigned(std::string_view text, std::int64_t& value) { return ParseInteger(text, value); }
+
+}  // namespace ferrolund::serz

@@ -1,0 +1,44 @@
+#pragma once
+// A growing byte buffer over a std::string that hands out raw room to write into, so that
+// the hot loops of the codec write with plain pointer stores.
+
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace ferrolund::serz {
+
+class OutputBuffer {
+public:
+    OutputBuffer(std::string& target, std::size_t expected) : target_(target) {
+        target_.clear();
+        target_.resize(expected < 64 ? 64 : expected);
+    }
+
+    // Room for at least `bytes` more; write there, then hand the end back to Commit.
+    char* Reserve(std::size_t bytes) {
+        if (target_.size() - used_ < bytes) target_.resize(2 * target_.size() + bytes);
+        return target_.data() + used_;
+    }
+    void Commit(char* end) { used_ = static_cast<std::size_t>(end - target_.data()); }
+
+    void Append(std::string_view bytes) {
+        char* out = Reserve(bytes.size());
+        std::memcpy(out, bytes.data(), bytes.size());
+        used_ += bytes.size();
+    }
+    void Put(char c) { *Reserve(1) = c; ++used_; }
+
+    std::size_t size() const { return used_; }
+    char* At(std::size_t offset) { return target_.data() + offset; }
+    const char* At(std::size_t offset) const { return target_.data() + offset; }
+    // Cuts the string to what was written.
+    void Finish() { target_.resize(used_); }
+
+private:
+    std::string& target_;
+    std::size_t used_ = 0;
+};
+
+}  // namespace ferrolund::serz

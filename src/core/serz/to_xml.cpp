@@ -1,0 +1,296 @@
+// Binary to XML: the reader's records written as the converter's text.
+#include <bit>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "serz/binary_reader.h"
+#include "serz/codec.h"
+#include "serz/number_text.h"
+#include "serz/output_buffer.h"
+
+namespace ferrolund::serz {
+
+namespace {
+
+constexpr std::string_view kDeclaration = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
+constexpr std::string_view kRootAttributes = " xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" d:version=\"1.0\"";
+constexpr std::size_t kBlobGroupsPerLine = 4;
+
+template <typename T>
+T Load(const unsigned char* p) {
+    T value;
+    std::memcpy(&value, p, sizeof value);
+    return value;
+}
+
+char* Copy(char* out, std::string_view text) {
+    std::memcpy(out, text.data(), text.size());
+    return out + text.size();
+}
+
+// The name as XML shows it: "::" becomes "-", an empty name "e".
+std::string XmlName(std::string_view name) {
+    if (name.empty()) return "e";
+    std::string out;
+    out.reserve(name.size());
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (name[i] == ':' && i + 1 < name.size() && name[i + 1] == ':') {
+            out += '-';
+            ++i;
+        } else {
+            out += name[i];
+        }
+    }
+    return out;
+}
+
+class XmlWriter {
+public:
+    XmlWriter(BinaryReader& reader, std::string& xml, std::size_t binarySize, const XmlStyle& style)
+        : reader_(reader), out_(xml, binarySize * 7 + 256), exponentDigits_(style.exponentDigits) {}
+
+    CodecStatus Run();
+
+private:
+    CodecStatus Write(const Record& record);
+    const std::string& Name(std::uint16_t index);
+    char* Indent(char* out) const;
+    char* Escaped(char* out, std::string_view text) const;
+    char* Scalar(char* out, ValueType type, const unsigned char* p) const;
+    void StartTag(const Record& record, std::size_t extra);
+    void Value(const Record& record);
+    void Array(const Record& record);
+    void Blob(const Record& record);
+
+    BinaryReader& reader_;
+    OutputBuffer out_;
+    int exponentDigits_;
+    std::vector<std::string> names_;       // XML form of each string used as a name
+    std::vector<bool> named_;
+    std::vector<std::uint16_t> open_;      // names of the open elements, innermost last
+    bool startPending_ = false;            // a start tag waits for ">" or "/>"
+    bool rootClosed_ = false;
+};
+
+const std::string& XmlWriter::Name(std::uint16_t index) {
+    if (index >= names_.size()) {
+        names_.resize(index + 1u);
+        named_.resize(index + 1u);
+    }
+    if (!named_[index]) {
+        names_[index] = XmlName(reader_.String(index));
+        named_[index] = true;
+    }
+    return names_[index];
+}
+
+char* XmlWriter::Indent(char* out) const {
+    for (std::size_t i = 0; i < open_.size(); ++i) *out++ = '\t';
+    return out;
+}
+
+char* XmlWriter::Escaped(char* out, std::string_view text) const {
+    for (char c : text) {
+        switch (c) {
+            case '&': out = Copy(out, "&amp;"); break;
+            case '<': out = Copy(out, "&lt;"); break;
+            case '>': out = Copy(out, "&gt;"); break;
+            case '"': out = Copy(out, "&quot;"); break;
+            case '\'': out = Copy(out, "&apos;"); break;
+            default: *out++ = c;
+        }
+    }
+    return out;
+}
+
+char* XmlWriter::Scalar(char* out, ValueType type, const unsigned char* p) const {
+    switch (type) {
+        case ValueType::Bool: *out++ = *p ? '1' : '0'; return out;
+        case ValueType::UInt8: return WriteUnsigned(out, *p);
+        case ValueType::Int8: return WriteSigned(out, static_cast<std::int8_t>(*p));
+        case ValueType::Int16: return WriteSigned(out, Load<std::int16_t>(p));
+        case ValueType::UInt16: return WriteUnsigned(out, Load<std::uint16_t>(p));
+        case ValueType::Int32: return WriteSigned(out, Load<std::int32_t>(p));
+        case ValueType::UInt32: return WriteUnsigned(out, Load<std::uint32_t>(p));
+        case ValueType::Int64: return WriteSigned(out, Load<std::int64_t>(p));
+        case ValueType::UInt64: return WriteUnsigned(out, Load<std::uint64_t>(p));
+        case ValueType::Float32: return WriteGeneral(out, Load<float>(p), exponentDigits_);
+        case ValueType::Float64: return WriteGeneral(out, Load<double>(p), exponentDigits_);
+        case ValueType::String:
+        case ValueType::Unknown: break;
+    }
+    return out;
+}
+
+// "<Name" with the tabs before it; `extra` is the room the caller's attributes need.
+void XmlWriter::StartTag(const Record& record, std::size_t extra) {
+    const std::string& name = Name(record.nameIndex);
+    char* out = out_.Reserve(open_.size() + name.size() + extra + 64);
+    out = Indent(out);
+    *out++ = '<';
+    out_.Commit(Copy(out, name));
+}
+
+void XmlWriter::Value(const Record& record) {
+    const std::string& name = Name(record.nameIndex);
+    std::string_view text = record.type == ValueType::String ? reader_.String(record.stringIndex) : "";
+    StartTag(record, 2 * name.size() + 6 * text.size() + kNumberTextMax + 80);
+    char* out = out_.Reserve(0);
+    out = Copy(out, " d:type=\"");
+    if (record.kind == Kind::Reference) {
+        out = Copy(out, "ref\">");
+        out = WriteSigned(out, static_cast<std::int32_t>(record.id));
+    } else {
+        out = Copy(out, TypeName(record.type));
+        if (IsFloat(record.type)) {
+            double value = record.type == ValueType::Float32 ? Load<float>(record.payload) : Load<double>(record.payload);
+            out = Copy(out, "\" d:alt_encoding=\"");
+            out = WriteAltEncoding(out, value);
+            out = Copy(out, "\" d:precision=\"string");
+        }
+        out = Copy(out, "\">");
+        out = record.type == ValueType::String ? Escaped(out, text) : Scalar(out, record.type, record.payload);
+    }
+    out = Copy(out, "</");
+    out = Copy(out, name);
+    out_.Commit(Copy(out, ">\r\n"));
+}
+
+void XmlWriter::Array(const Record& record) {
+    const std::string& name = Name(record.nameIndex);
+    std::size_t size = TypeSize(record.type);
+    StartTag(record, name.size() + record.count * (kNumberTextMax + 1) + 128);
+    char* out = out_.Reserve(0);
+    out = Copy(out, " d:numElements=\"");
+    out = WriteUnsigned(out, record.count);
+    out = Copy(out, "\" d:elementType=\"");
+    out = Copy(out, TypeName(record.type));
+    out = Copy(out, IsFloat(record.type) ? "\" d:precision=\"string\">" : "\">");
+    for (std::uint32_t i = 0; i < record.count; ++i) {
+        if (i > 0) *out++ = ' ';
+        const unsigned char* p = record.payload + i * size;
+        if (record.type == ValueType::Float32) {
+            out = WriteFixed7(out, Load<float>(p));
+        } else if (record.type == ValueType::Float64) {
+            out = WriteFixed7(out, Load<double>(p));
+        } else {
+            out = Scalar(out, record.type, p);
+        }
+    }
+    out = Copy(out, "</");
+    out = Copy(out, name);
+    out_.Commit(Copy(out, ">\r\n"));
+}
+
+void XmlWriter::Blob(const Record& record) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::size_t groups = (record.count + 7) / 8;
+    char* out = out_.Reserve(open_.size() + 64 + 2 * record.count + groups * 2 + 16);
+    out = Indent(out);
+    out = Copy(out, "<d:blob d:size=\"");
+    out = WriteUnsigned(out, record.count);
+    out = Copy(out, "\">");
+    for (std::uint32_t i = 0; i < record.count; ++i) {
+        if (i > 0 && i % 8 == 0) {
+            if ((i / 8) % kBlobGroupsPerLine == 0) {
+                out = Copy(out, "\r\n");
+            } else {
+                *out++ = ' ';
+            }
+        }
+        *out++ = kHex[record.payload[i] >> 4];
+        *out++ = kHex[record.payload[i] & 0xF];
+    }
+    out_.Commit(Copy(out, "</d:blob>\r\n"));
+}
+
+CodecStatus XmlWriter::Write(const Record& record) {
+    if (record.kind == Kind::Marker) return std::nullopt;  // the game's own; no text form
+    std::size_t at = reader_.offset();
+    if (startPending_) {
+        startPending_ = false;
+        if (record.kind == Kind::Close && record.nameIndex == open_.back()) {
+            open_.pop_back();
+            out_.Append("/>\r\n");
+            rootClosed_ = open_.empty();
+            return std::nullopt;
+        }
+        out_.Append(">\r\n");
+    }
+    if (rootClosed_) return ErrorAtByte(at, "a record follows the end of the root element");
+    if (open_.empty() && record.kind != Kind::Open) {
+        return ErrorAtByte(at, "the file does not start with an element");
+    }
+    switch (record.kind) {
+        case Kind::Open: {
+            StartTag(record, 40 + kRootAttributes.size());
+            char* out = out_.Reserve(0);
+            if (open_.empty()) out = Copy(out, kRootAttributes);
+            if (record.id != 0) {
+                out = Copy(out, " d:id=\"");
+                out = WriteSigned(out, static_cast<std::int32_t>(record.id));
+                *out++ = '"';
+            }
+            out_.Commit(out);
+            open_.push_back(record.nameIndex);
+            startPending_ = true;
+            return std::nullopt;
+        }
+        case Kind::Close: {
+            if (record.nameIndex != open_.back()) {
+                return ErrorAtByte(at, "the end of '" + std::string(reader_.String(record.nameIndex)) +
+                                           "' closes '" + std::string(reader_.String(open_.back())) + "'");
+            }
+            open_.pop_back();
+            const std::string& name = Name(record.nameIndex);
+            char* out = out_.Reserve(open_.size() + name.size() + 8);
+            out = Indent(out);
+            out = Copy(out, "</");
+            out = Copy(out, name);
+            out_.Commit(Copy(out, ">\r\n"));
+            rootClosed_ = open_.empty();
+            return std::nullopt;
+        }
+        case Kind::Value:
+        case Kind::Reference: Value(record); return std::nullopt;
+        case Kind::Array: Array(record); return std::nullopt;
+        case Kind::Blob: Blob(record); return std::nullopt;
+        case Kind::Nil: {
+            char* out = out_.Reserve(open_.size() + 16);
+            out_.Commit(Copy(Indent(out), "<d:nil/>\r\n"));
+            return std::nullopt;
+        }
+        case Kind::Marker: break;
+    }
+    return std::nullopt;
+}
+
+CodecStatus XmlWriter::Run() {
+    if (auto failure = reader_.Start()) return failure;
+    out_.Append(kDeclaration);
+    Record record;
+    while (reader_.Next(record)) {
+        if (auto failure = Write(record)) return failure;
+    }
+    if (reader_.failure()) return reader_.failure();
+    if (!rootClosed_) {
+        if (open_.empty()) return ErrorAtByte(reader_.offset(), "the file holds no element");
+        return ErrorAtByte(reader_.offset(), "the file is truncated: it ends inside '" +
+                                                 std::string(reader_.String(open_.back())) + "'");
+    }
+    out_.Finish();
+    return std::nullopt;
+}
+
+}  // namespace
+
+CodecStatus BinaryToXml(std::string_view binary, std::string& xml, const XmlStyle& style) {
+    BinaryReader reader(binary);
+    XmlWriter writer(reader, xml, binary.size(), style);
+    CodecStatus status = writer.Run();
+    if (status) xml.clear();
+    return status;
+}
+
+}  // namespace ferrolund::serz
