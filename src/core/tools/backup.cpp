@@ -1,0 +1,61 @@
+#include "tools/backup.h"
+
+#include <climits>
+#include <filesystem>
+#include <system_error>
+
+#include "tools/host_path.h"
+
+namespace ferrolund::tools {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool Taken(const std::string& path) {
+    std::error_code ec;
+    return fs::exists(fs::symlink_status(HostPath(path), ec));
+}
+
+}  // namespace
+
+std::string BackupBaseName(std::string_view path, const BackupRule& rule) {
+    std::string_view base = path;
+    if (rule.name == BackupName::InsteadOfExtension) {
+        const auto separator = path.find_last_of("\\/");
+        const auto point = path.rfind('.');
+        if (point != std::string_view::npos && (separator == std::string_view::npos || point > separator)) {
+            base = path.substr(0, point);
+        }
+    }
+    return std::string(base) + ".bak";
+}
+
+BackupOutcome MakeBackup(std::string_view pathText, const BackupRule& rule) {
+    const std::string path(pathText);
+    std::error_code ec;
+    const fs::path source = HostPath(path);
+    if (!fs::is_regular_file(source, ec)) return {{}, app::err::FileNotFound(path)};
+
+    const std::string base = BackupBaseName(path, rule);
+    std::string target;
+    if (!Taken(base) || rule.lastNumber == 0) {
+        target = base;
+    } else {
+        const int last = rule.lastNumber == kNoLastNumber ? INT_MAX : rule.lastNumber;
+        for (int n = 1; n <= last && target.empty(); ++n) {
+            std::string candidate = base + std::to_string(n);
+            if (!Taken(candidate)) target = std::move(candidate);
+            if (n == INT_MAX) break;
+        }
+        if (target.empty()) return {};  // all taken: no back-up
+    }
+
+    fs::rename(source, HostPath(target), ec);
+    ForgetPath(path);
+    ForgetPath(target);
+    if (ec) return {{}, app::err::PathFileAccess(path)};
+    return {target, std::nullopt};
+}
+
+}  // namespace ferrolund::tools

@@ -1,0 +1,50 @@
+#pragma once
+// The back-up rule: before a file is replaced, the old one is renamed beside it. The
+// commands differ in how the back-up is named and how far the numbering goes; those
+// differences are the rule's parameters.
+
+#include <string>
+#include <string_view>
+
+#include "app/run_error.h"
+
+namespace ferrolund::tools {
+
+enum class BackupName {
+    AfterName,           // "Tracks.bin" -> "Tracks.bin.bak", "Tracks.bin.bak1", ...
+    InsteadOfExtension,  // "Scenario.bin" -> "Scenario.bak", "Scenario.bak1", ...
+};
+
+inline constexpr int kNoLastNumber = -1;
+
+struct BackupRule {
+    BackupName name = BackupName::AfterName;
+    // ".bak" first, then ".bak1" to ".bak<lastNumber>", the first free one; with all
+    // taken no back-up is made. kNoLastNumber numbers on until a name is free. 0 allows
+    // the single ".bak" only, which then replaces an older ".bak".
+    int lastNumber = 50;
+};
+
+// "<name>.bak", then ".bak1" to ".bak50": saves of the editor, the asset transforms,
+// the index, tiles.
+inline constexpr BackupRule kBackupRule{};
+// "<base>.bak", then ".bak1" to ".bak50": the scenario's two files and the consist file.
+inline constexpr BackupRule kScenarioBackupRule{.name = BackupName::InsteadOfExtension};
+// "<name>.bak", then numbered without end: the track file, route details, curve files.
+inline constexpr BackupRule kUnlimitedBackupRule{.lastNumber = kNoLastNumber};
+// "<base>.bak" alone, replacing an older one: Quick Drive consists in the PreLoad folder.
+inline constexpr BackupRule kSingleBackupRule{.name = BackupName::InsteadOfExtension, .lastNumber = 0};
+
+struct BackupOutcome {
+    std::string backup;  // the name the file now has; empty when no back-up was made
+    app::Status error;   // the file is missing, or the rename failed
+};
+
+// Renames the file at `path` (a system path) by the rule. A name counts as taken when
+// anything of that name exists, in any case.
+BackupOutcome MakeBackup(std::string_view path, const BackupRule& rule = kBackupRule);
+
+// The unnumbered back-up name of `path` under the rule.
+std::string BackupBaseName(std::string_view path, const BackupRule& rule);
+
+}  // namespace ferrolund::tools

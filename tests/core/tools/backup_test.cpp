@@ -1,0 +1,94 @@
+#include "tools/backup.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/temp_folder.h"
+
+namespace ferrolund::tools {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The system path of a file below the temporary folder, with a backslash as the
+// program writes it.
+std::string In(const testing::TempFolder& folder, const std::string& name) { return folder.system() + "\\" + name; }
+
+TEST(MakeBackup, NumberedNamesWithExistingBackups) {
+    struct Case {
+        int existing;  // .bak, then .bak1, ... already there
+        BackupRule rule;
+        std::string expected;  // the back-up's name, empty for none
+    };
+    const Case cases[] = {
+        {0, kBackupRule, "Tracks.bin.bak"},
+        {1, kBackupRule, "Tracks.bin.bak1"},
+        {50, kBackupRule, "Tracks.bin.bak50"},
+        {51, kBackupRule, ""},
+        {51, kUnlimitedBackupRule, "Tracks.bin.bak51"},
+        {70, kUnlimitedBackupRule, "Tracks.bin.bak70"},
+        {0, kScenarioBackupRule, "Tracks.bak"},
+        {3, kScenarioBackupRule, "Tracks.bak3"},
+        {51, kScenarioBackupRule, ""},
+    };
+    for (const auto& c : cases) {
+        testing::TempFolder folder;
+        folder.write("Tracks.bin", "new");
+        const std::string base = BackupBaseName("Tracks.bin", c.rule);
+        for (int n = 0; n < c.existing; ++n) {
+            const std::string name = base + (n == 0 ? "" : std::to_string(n));
+            folder.write(name, "old " + std::to_string(n));
+        }
+        const BackupOutcome outcome = MakeBackup(In(folder, "Tracks.bin"), c.rule);
+        const std::string label = std::to_string(c.existing) + " existing, expecting " + c.expected;
+        EXPECT_FALSE(outcome.error) << label;
+        if (c.expected.empty()) {
+            EXPECT_EQ(outcome.backup, "") << label;
+            EXPECT_EQ(folder.read("Tracks.bin"), "new") << "the file stays where it is: " << label;
+        } else {
+            EXPECT_EQ(outcome.backup, In(folder, c.expected)) << label;
+            EXPECT_EQ(folder.read(c.expected), "new") << label;
+            EXPECT_FALSE(fs::exists(folder.path() / "Tracks.bin")) << label;
+        }
+    }
+}
+
+TEST(MakeBackup, ATakenNameInAnyCaseCounts) {
+    testing::TempFolder folder;
+    folder.write("Scenario.bin", "new");
+    folder.write("SCENARIO.BAK", "old");
+    const BackupOutcome outcome = MakeBackup(In(folder, "scenario.BIN"), kScenarioBackupRule);
+    EXPECT_FALSE(outcome.error);
+    EXPECT_EQ(outcome.backup, In(folder, "scenario.bak1"));
+    EXPECT_EQ(folder.read("scenario.bak1"), "new");
+    EXPECT_EQ(folder.read("SCENARIO.BAK"), "old");
+}
+
+TEST(MakeBackup, SingleBackupReplacesTheOlderOne) {
+    testing::TempFolder folder;
+    folder.write("Express.bin", "second");
+    folder.write("Express.bak", "first");
+    const BackupOutcome outcome = MakeBackup(In(folder, "Express.bin"), kSingleBackupRule);
+    EXPECT_FALSE(outcome.error);
+    EXPECT_EQ(outcome.backup, In(folder, "Express.bak"));
+    EXPECT_EQ(folder.read("Express.bak"), "second");
+    EXPECT_FALSE(fs::exists(folder.path() / "Express.bak1"));
+}
+
+TEST(MakeBackup, MissingFileIsAnError) {
+    testing::TempFolder folder;
+    const BackupOutcome outcome = MakeBackup(In(folder, "nothing.bin"));
+    ASSERT_TRUE(outcome.error);
+    EXPECT_EQ(outcome.error->number, app::err::kFileNotFound);
+    EXPECT_EQ(outcome.backup, "");
+}
+
+TEST(BackupBaseName, ExtensionOnlyOfTheLastElement) {
+    EXPECT_EQ(BackupBaseName("C:\\a.b\\Scenario.bin", kScenarioBackupRule), "C:\\a.b\\Scenario.bak");
+    EXPECT_EQ(BackupBaseName("C:\\a.b\\Scenario", kScenarioBackupRule), "C:\\a.b\\Scenario.bak");
+    EXPECT_EQ(BackupBaseName("C:\\x\\index.csv", kBackupRule), "C:\\x\\index.csv.bak");
+}
+
+}  // namespace
+}  // namespace ferrolund::tools
