@@ -9,6 +9,7 @@
 #include "tools/codepage.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
+#include "tools/tool_runner.h"
 
 namespace ferrolund::app {
 
@@ -259,6 +260,24 @@ void ChooseRailWorksPath(AppContext& ctx, MainWindowPort& window, const std::fun
     TakeEditorGeometry(ctx, window);
     if (tools::FileExists(PreferencePath(ctx))) SavePreferences(ctx, AboutHome::Shadow);
     CopyConverter(ctx);
+}
+
+void OpenHelpContents(AppContext& ctx) {
+    ctx.currentRoutine = "mnuContents_Click";
+    if (!ctx.ui) return;
+    if (ctx.prefs.pdfReaderPath.empty()) {
+        ctx.ui->message("Before you can read Help files, you must set up the path\n"
+                        "to your PDF Reader in the Options menu.",
+                        Icon::Exclamation);
+        return;
+    }
+    const std::string help = ctx.appPath("Ferrolund-Help.pdf");
+    if (!tools::FileExists(help)) {
+        ctx.ui->message("The help file " + help + " is not installed.", Icon::Exclamation);
+        return;
+    }
+    tools::SetWorkingFolder(ctx, ctx.appRoot);
+    tools::ToolRunner(ctx, "\"" + ctx.prefs.pdfReaderPath + "\" \"" + help + "\"", true, tools::WindowStyle::Normal);
 }
 
 void SetPreLoadFolder(AppContext& ctx, const std::optional<std::string>& folder) {

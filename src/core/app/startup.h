@@ -56,6 +56,8 @@ void PickToolPath(AppContext& ctx, ToolPath which);
 void ChooseRailWorksPath(AppContext& ctx, MainWindowPort& window, const std::function<std::string()>& discover);
 // The PreLoad folder picker's answer: a folder, or nothing for Cancel.
 void SetPreLoadFolder(AppContext& ctx, const std::optional<std::string>& folder);
+// Help's "Contents": the help file in the chosen PDF reader, waited for.
+void OpenHelpContents(AppContext& ctx);
 // Takes the window's geometry into the settings; a value too large for them is reported.
 void TakeEditorGeometry(AppContext& ctx, const MainWindowPort& window);
 

@@ -1,0 +1,162 @@
+#include "screens/app/frmEditor.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTime>
+#include <QTimer>
+
+#include "app/menu_table.h"
+#include "app/startup.h"
+#include "screens/app/qt_text.h"
+#include "screens/app/qt_ui.h"
+
+namespace ferrolund::screens {
+
+namespace {
+// Texts of the tabs in the language table.
+constexpr int kTextTab = 65;
+constexpr int kMinimumPanelTwips = 2000;
+}  // namespace
+
+frmEditor::frmEditor(app::AppContext& ctx, QtUi& ui, QWidget* parent) : QMainWindow(parent), ctx_(ctx), ui_(ui) {
+    setObjectName("frmEditor");
+    setWindowTitle(app::kProgramTitle);
+    resize(1024, 720);  // the design size, kept on a first run
+    registerCommands();
+    buildMenu();
+    buildTabs();
+    buildStatusBar();
+    ui_.setParent(this);
+    ui_.showStatus = [this](int panel, const QString& text) { showStatus(panel, text); };
+}
+
+void frmEditor::buildTabs() {
+    tabs_ = new QTabWidget(this);
+    tabs_->setObjectName("SSTab1");
+    text1_ = new QPlainTextEdit(tabs_);
+    text1_->setObjectName("Text1");
+    text1_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    text1_->setReadOnly(true);
+    QFont font("Courier New");
+    font.setStyleHint(QFont::Monospace);
+    font.setPointSize(11);
+    text1_->setFont(font);
+    tabs_->addTab(text1_, "Text Editor");
+    setCentralWidget(tabs_);
+}
+
+void frmEditor::buildStatusBar() {
+    auto* bar = statusBar();
+    bar->setObjectName("StatusBar1");
+    const int minimum = kMinimumPanelTwips / kTwipsPerPixel;
+    for (int i = 0; i < 5; ++i) {
+        auto* panel = new QLabel(bar);
+        panel->setObjectName(QString("Panel%1").arg(i + 1));
+        panel->setFrameShape(QFrame::StyledPanel);
+        panel->setFrameShadow(QFrame::Sunken);
+        if (i < 2) panel->setMinimumWidth(minimum);
+        bar->addWidget(panel, i == 4 ? 1 : 0);
+        panels_.push_back(panel);
+    }
+    panels_[1]->setAccessibleName("Time panel");
+    auto updateTime = [this] { panels_[1]->setText(QTime::currentTime().toString("hh:mm")); };
+    updateTime();
+    auto* clock = new QTimer(this);
+    connect(clock, &QTimer::timeout, this, updateTime);
+    clock->start(1000);
+
+    auto* progress = new QProgressBar(bar);
+    progress->setObjectName("ProgressBar1");
+    progress->setMaximumWidth(200);
+    progress->setVisible(false);
+    bar->addPermanentWidget(progress);
+    ui_.progressBar = progress;
+}
+
+void frmEditor::showStatus(int panel, const QString& text) {
+    if (panel >= 0 && panel < static_cast<int>(panels_.size()) && panel != 1) panels_[panel]->setText(text);
+}
+
+QString frmEditor::statusText(int panel) const {
+    return panel >= 0 && panel < static_cast<int>(panels_.size()) ? panels_[panel]->text() : QString();
+}
+
+void frmEditor::maximise() { setWindowState(windowState() | Qt::WindowMaximized); }
+
+void frmEditor::setGeometryTwips(const app::TwipsRect& r) {
+    move(static_cast<int>(r.left / kTwipsPerPixel), static_cast<int>(r.top / kTwipsPerPixel));
+    resize(static_cast<int>(r.width / kTwipsPerPixel), static_cast<int>(r.height / kTwipsPerPixel));
+}
+
+app::TwipsRect frmEditor::geometryTwips() const {
+    const QRect g = frameGeometry();
+    return {static_cast<long>(g.left()) * kTwipsPerPixel, static_cast<long>(g.top()) * kTwipsPerPixel,
+            static_cast<long>(g.width()) * kTwipsPerPixel, static_cast<long>(g.height()) * kTwipsPerPixel};
+}
+
+void frmEditor::setCaption(const std::string& caption) { setWindowTitle(ToQt(caption)); }
+
+QAction* frmEditor::menuAction(const std::string& name) const {
+    const auto it = actions_.find(name);
+    return it == actions_.end() ? nullptr : it->second;
+}
+
+void frmEditor::setMenuChecked(const std::string& name, bool checked) {
+    if (auto* a = menuAction(name)) {
+        a->setCheckable(true);
+        a->setChecked(checked);
+    }
+}
+
+void frmEditor::setMenuVisible(const std::string& name, bool visible) {
+    if (auto* a = menuAction(name)) a->setVisible(visible);
+}
+
+void frmEditor::setMenuEnabled(const std::string& name, bool enabled) {
+    if (auto* a = menuAction(name)) a->setEnabled(enabled);
+}
+
+void frmEditor::applyLanguage() {
+    for (const auto& item : app::MainMenu()) {
+        if (item.langIndex == 0) continue;
+        QAction* a = menuAction(std::string(item.name));
+        if (!a) continue;
+        a->setText(ToQt(ctx_.langText(item.langIndex, std::string(item.caption))));
+    }
+    tabs_->setTabText(0, ToQt(ctx_.langText(kTextTab, "Text Editor")));
+}
+
+void frmEditor::setEditorFontSize(double points) {
+    QFont font = text1_->font();
+    font.setPointSizeF(points);
+    text1_->setFont(font);
+}
+
+void frmEditor::selectFirstTab() { tabs_->setCurrentIndex(0); }
+
+void frmEditor::closeSearchDialog() {
+    // The search dialog belongs to the editor's text commands; none is open before it exists.
+}
+
+bool frmEditor::runMenuCommand(const std::string& name) {
+    const auto it = commands_.find(name);
+    if (it == commands_.end()) return false;
+    it->second();
+    return true;
+}
+
+void frmEditor::closeEvent(QCloseEvent* event) {
+    if (app::ExitSequence(ctx_, *this, {})) {
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}
+
+}  // namespace ferrolund::screens
