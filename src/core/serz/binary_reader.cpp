@@ -68,8 +68,8 @@ bool BinaryReader::Fail(std::size_t offset, std::string_view reason) {
 
 bool BinaryReader::Need(std::size_t bytes, std::string_view what) {
     if (static_cast<std::size_t>(end_ - pos_) >= bytes) return true;
-    return Fail(offset(), "the file is truncated: " + std::string(what) + " needs " + std::to_string(bytes) +
-                              " bytes, " + std::to_string(end_ - pos_) + " remain");
+    return Fail(offset(), "the file is truncated: " + std::to_string(bytes) + " bytes wanted for " +
+                              std::string(what) + ", " + std::to_string(end_ - pos_) + " remain");
 }
 
 bool BinaryReader::ReadString(std::uint16_t& index) {

@@ -352,9 +352,14 @@ CodecStatus XmlReader::Run() {
 }  // namespace
 
 CodecStatus XmlToBinary(std::string_view xml, std::string& binary) {
-    BinaryWriter writer(binary, xml.size() / 6 + 256);
-    XmlReader reader(xml, writer);
-    CodecStatus status = reader.Run();
+    CodecStatus status;
+    try {
+        BinaryWriter writer(binary, xml.size() / 6 + 256);
+        XmlReader reader(xml, writer);
+        status = reader.Run();
+    } catch (const std::exception& e) {  // memory exhausted
+        status = CodecError{e.what()};
+    }
     if (status) binary.clear();
     return status;
 }

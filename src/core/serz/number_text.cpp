@@ -176,7 +176,7 @@ bool ParseNonFinite(std::string_view text, double& value) {
 }  // namespace
 
 char* WriteGeneral(char* out, double value, int exponentDigits) {
-    if (!std::isfinite(value)) return WriteNonFinite(out, value, 6);
+    if (!std::isfinite(value)) return WriteNonFinite(out, value, 0);  // %g drops the padding zeros
     if (std::signbit(value)) *out++ = '-';
     value = std::fabs(value);
     if (value == 0) {

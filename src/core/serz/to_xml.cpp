@@ -286,9 +286,14 @@ CodecStatus XmlWriter::Run() {
 }  // namespace
 
 CodecStatus BinaryToXml(std::string_view binary, std::string& xml, const XmlStyle& style) {
-    BinaryReader reader(binary);
-    XmlWriter writer(reader, xml, binary.size(), style);
-    CodecStatus status = writer.Run();
+    CodecStatus status;
+    try {
+        BinaryReader reader(binary);
+        XmlWriter writer(reader, xml, binary.size(), style);
+        status = writer.Run();
+    } catch (const std::exception& e) {  // memory exhausted
+        status = CodecError{e.what()};
+    }
     if (status) xml.clear();
     return status;
 }

@@ -1,0 +1,93 @@
+#include "tools/serz_convert.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "serz/codec.h"
+#include "tools/codepage.h"
+#include "tools/files.h"
+#include "tools/host_path.h"
+#include "tools/tool_runner.h"
+
+namespace ferrolund::tools {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The outside converter's command prefix, or empty for the built-in codec.
+std::string ExternalConverter() {
+    const char* prefix = std::getenv("FERROLUND_SERZ");
+    return prefix == nullptr ? std::string() : std::string(prefix);
+}
+
+app::RunError ConversionFailed(const std::string& reason) { return {app::err::kPathFileAccess, reason}; }
+
+void RemoveTarget(const std::string& target) {
+    std::error_code ignored;
+    fs::remove(HostPath(target), ignored);
+    ForgetPath(target);
+}
+
+app::Status RunExternal(app::AppContext& ctx, const std::string& prefix, const std::string& source,
+                        const std::string& target, SerzDirection direction) {
+    SetWorkingFolder(ctx, ctx.appRoot);
+    std::string command =
+        SerzCommandLine(prefix, SystemPath(HostPath(source)), SystemPath(HostPath(target)), direction);
+    ToolRunner(ctx, command, true, WindowStyle::Hidden);
+    ForgetPath(target);
+    if (FileLength(target) > 0) return std::nullopt;
+    return ConversionFailed("The converter gave no output for " + source);
+}
+
+}  // namespace
+
+std::string SerzCommandLine(const std::string& prefix, const std::string& source, const std::string& target,
+                            SerzDirection direction) {
+    return prefix + " \"" + source + "\" " + (direction == SerzDirection::ToXml ? "xml:" : "bin:") + "\"" + target +
+           "\"";
+}
+
+app::Status SerzConvert(app::AppContext& ctx, const std::string& source, const std::string& target,
+                        SerzDirection direction) {
+    try {
+        RemoveTarget(target);
+        std::string external = ExternalConverter();
+        if (!external.empty()) return RunExternal(ctx, external, source, target, direction);
+        if (FileLength(source) < 0) return app::err::FileNotFound(source);
+        auto failure = serz::ConvertFile(HostPath(source), HostPath(target), direction);
+        ForgetPath(target);
+        if (failure) return ConversionFailed(Cp1252FromUtf8(failure->message));
+        if (FileLength(target) > 0) return std::nullopt;
+        RemoveTarget(target);
+        return ConversionFailed("The conversion of " + source + " gave an empty file");
+    } catch (const std::exception& e) {
+        return ConversionFailed(e.what());
+    }
+}
+
+app::Status SerzReadXml(app::AppContext& ctx, const std::string& source, std::string& xml) {
+    xml.clear();
+    try {
+        std::string external = ExternalConverter();
+        if (!external.empty()) {
+            CreatePath(ctx.appPath("TempFiles"));
+            std::string scratch = ctx.appPath("TempFiles\\serz-read.xml");
+            app::Status status = SerzConvert(ctx, source, scratch, SerzDirection::ToXml);
+            if (!status) xml = ReadTextFile(scratch);
+            RemoveTarget(scratch);
+            return status;
+        }
+        if (FileLength(source) < 0) return app::err::FileNotFound(source);
+        std::string binary = ReadTextFile(source);
+        if (auto failure = serz::BinaryToXml(binary, xml)) {
+            return ConversionFailed(source + ": " + Cp1252FromUtf8(failure->message));
+        }
+        return std::nullopt;
+    } catch (const std::exception& e) {
+        return ConversionFailed(e.what());
+    }
+}
+
+}  // namespace ferrolund::tools

@@ -1,0 +1,33 @@
+#pragma once
+// The converter between the game's binary files and their XML text, as every command
+// calls it. Two forms, as the simulator's own converter is run:
+//   to XML:    "<source>" xml:"<target>"
+//   to binary: "<source>" bin:"<target>"
+// Success means a non-empty target, whichever back-end did the work: the built-in codec,
+// or, when the environment variable FERROLUND_SERZ is set, the outside command it names
+// (for example "wine /path/serz.exe"), judged by its output file alone.
+
+#include <string>
+
+#include "app/app_context.h"
+#include "app/run_error.h"
+#include "serz/file_conversion.h"
+
+namespace ferrolund::tools {
+
+using SerzDirection = serz::Direction;
+
+// Paths are system strings. An old target is removed first, so that a target present
+// afterwards is always this conversion's work; a failure leaves none.
+app::Status SerzConvert(app::AppContext& ctx, const std::string& source, const std::string& target,
+                        SerzDirection direction);
+
+// The outside converter's command line: `<prefix> "<source>" xml:"<target>"` (or bin:).
+std::string SerzCommandLine(const std::string& prefix, const std::string& source, const std::string& target,
+                            SerzDirection direction);
+
+// For callers that convert only to read: the XML text of a binary file, in memory with
+// the built-in codec (through a scratch file in TempFiles with an outside one).
+app::Status SerzReadXml(app::AppContext& ctx, const std::string& source, std::string& xml);
+
+}  // namespace ferrolund::tools
