@@ -48,7 +48,7 @@ TEST_P(SerzSampleToXml, GivesTheConvertersText) {
 }
 
 // Every sample's XML was written by the converter, game-written binaries included.
-INSTANTIATE_TEST_SUITE_P(Pairs, SerzSampleToXml,
+INSTANTIATE_TEST_SUITE_P(SerzPairs, SerzSampleToXml,
                          ::testing::Values(Pair{"route-properties.bin", "route-properties.xml"},
                                            Pair{"scenery-item.bin", "scenery-item.xml"},
                                            Pair{"const-test.bin", "const-test.xml"},
@@ -67,7 +67,7 @@ TEST_P(SerzSampleToBinary, GivesTheConvertersBytes) {
 }
 
 // Only binaries the converter wrote; scenario-game.bin came from the game itself.
-INSTANTIATE_TEST_SUITE_P(Pairs, SerzSampleToBinary,
+INSTANTIATE_TEST_SUITE_P(SerzPairs, SerzSampleToBinary,
                          ::testing::Values(Pair{"route-properties.xml", "route-properties.bin"},
                                            Pair{"scenery-item.xml", "scenery-item.bin"},
                                            Pair{"const-test.xml", "const-test.bin"},
