@@ -154,6 +154,16 @@ TEST(StartUp, CommandLineFileIsDispatchedByItsEnding) {
     }
 }
 
+TEST(StartUp, ACommandLineFileWhoseCommandIsNotBuiltIsSaidSo) {
+    Start s;
+    s.window.availableCommands.clear();
+    s.options.commandLine = "\"/games/RailWorks/Content/Routes/r/Scenarios/s/Scenario.bin\"";
+    s.run();
+    EXPECT_EQ(s.window.commandsRun, std::vector<std::string>{"mnuOpenRS"});
+    EXPECT_EQ(s.ui.texts(), std::vector<std::string>{"This version of Ferrolund cannot open "
+                                                     "/games/RailWorks/Content/Routes/r/Scenarios/s/Scenario.bin yet."});
+}
+
 TEST(StartUp, AMissingLanguageGivesEnglishWhileTheChoiceStays) {
     Start s;
     PreferenceSet p;
