@@ -14,7 +14,9 @@ std::vector<std::string> ParseSteamLibraryPaths(const std::string& vdfText);
 // and the libraries their lists name, as a system string; empty when there is none.
 std::string DiscoverGameRoot(const std::filesystem::path& home);
 
-// The same for the user running the program ($HOME).
+// For the user running the program: the folder named by $FERROLUND_GAME_ROOT when that is
+// set (it stands where the simulator's own platform keeps the install path), otherwise the
+// search above under $HOME.
 std::string DiscoverGameRoot();
 
 }  // namespace ferrolund::app
