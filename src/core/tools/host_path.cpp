@@ -1,5 +1,6 @@
 #include "tools/host_path.h"
 
+#include <array>
 #include <chrono>
 #include <memory>
 #include <mutex>
@@ -15,130 +16,164 @@ namespace fs = std::filesystem;
 
 namespace {
 
+struct Folder;
+
+struct Entry {
+    std::string onDisk;              // UTF-8
+    std::unique_ptr<Folder> folder;  // what is remembered below it, made as paths go through
+};
+
 struct Folder {
     bool listed = false;
     // The folder's time stamp when it was listed, and whether that stamp was old enough
     // to tell a later change from the listing itself (stamps move in coarse ticks).
     fs::file_time_type stamp{};
     bool settled = false;
-    // Names on disk (UTF-8) under their folded Windows-1252 form.
-    std::unordered_map<std::string, std::vector<std::string>> names;
-    // Folders below, by their name on disk; made as a path goes through them.
-    std::unordered_map<std::string, std::unique_ptr<Folder>> children;
+    // Entries under their folded Windows-1252 name; usually one, several when names
+    // differ only in case.
+    std::unordered_map<std::string, std::vector<Entry>> names;
 };
 
 std::mutex gMutex;
 Folder gRoot;  // the folder "/"
 
-fs::file_time_type StampOf(const fs::path& folder) {
+const std::array<char, 256>& Fold() {
+    static const std::array<char, 256> table = [] {
+        std::array<char, 256> t{};
+        for (int i = 0; i < 256; ++i) t[i] = static_cast<char>(FoldCp1252(static_cast<unsigned char>(i)));
+        return t;
+    }();
+    return table;
+}
+
+void FoldInto(std::string& key, std::string_view text) {
+    const auto& fold = Fold();
+    key.resize(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) key[i] = fold[static_cast<unsigned char>(text[i])];
+}
+
+fs::file_time_type StampOf(const std::string& folder) {
     std::error_code ec;
     const auto stamp = fs::last_write_time(folder, ec);
     return ec ? fs::file_time_type::min() : stamp;
 }
 
-void List(Folder& folder, const fs::path& path) {
+// Reads the folder's entries afresh; what is remembered below an entry that is still
+// there is kept.
+void List(Folder& folder, const std::string& path) {
+    std::unordered_map<std::string, std::unique_ptr<Folder>> below;
+    for (auto& [key, entries] : folder.names) {
+        for (auto& entry : entries) {
+            if (entry.folder) below.emplace(entry.onDisk, std::move(entry.folder));
+        }
+    }
     folder.names.clear();
     folder.stamp = StampOf(path);
     folder.settled = fs::file_time_type::clock::now() - folder.stamp > std::chrono::milliseconds(50);
+    std::string key;
     std::error_code ec;
     for (fs::directory_iterator it(path, ec), end; !ec && it != end; it.increment(ec)) {
-        std::string onDisk = it->path().filename().string();
-        folder.names[LowerCp1252(Cp1252FromUtf8(onDisk))].push_back(std::move(onDisk));
+        Entry entry{it->path().filename().string(), nullptr};
+        if (auto old = below.find(entry.onDisk); old != below.end()) entry.folder = std::move(old->second);
+        FoldInto(key, Cp1252FromUtf8(entry.onDisk));
+        folder.names[key].push_back(std::move(entry));
     }
     folder.listed = true;
 }
 
-std::vector<std::string_view> SplitElements(std::string_view path) {
-    std::vector<std::string_view> parts;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i <= path.size(); ++i) {
-        if (i == path.size() || path[i] == '\\' || path[i] == '/') {
-            if (i > start) parts.push_back(path.substr(start, i - start));
-            start = i + 1;
-        }
+bool IsAscii(std::string_view text) {
+    for (char c : text) {
+        if (static_cast<unsigned char>(c) >= 0x80) return false;
     }
-    return parts;
+    return true;
 }
 
-// Walks remembered folders down a path; the caller holds the lock.
+// Walks the remembered tree down a path; the caller holds the lock.
 class Walk {
 public:
-    explicit Walk(bool mayList) : mayList_(mayList) { stack_.push_back(&gRoot); }
+    explicit Walk(bool mayList) : mayList_(mayList) { stack_.push_back({&gRoot, 1}); }
 
-    // The name on disk of `element` in the current folder, or nothing. Entering it as a
-    // folder is left to Enter().
-    const std::string* Find(std::string_view element, const std::string& asWritten) {
-        Folder* folder = stack_.back();
+    // The entry of `element` (Windows-1252) in the current folder, or null.
+    Entry* Find(std::string_view element, const std::string& asWritten) {
+        Folder* folder = stack_.back().folder;
         if (folder == nullptr) return nullptr;
         if (!folder->listed) {
             if (!mayList_) return nullptr;
             List(*folder, path_);
         }
-        const std::string key = LowerCp1252(element);
-        auto it = folder->names.find(key);
+        FoldInto(key_, element);
+        auto it = folder->names.find(key_);
         if (it == folder->names.end() && mayList_ && (!folder->settled || StampOf(path_) != folder->stamp)) {
             List(*folder, path_);
-            it = folder->names.find(key);
+            it = folder->names.find(key_);
         }
         if (it == folder->names.end()) return nullptr;
-        for (const std::string& name : it->second) {
-            if (name == asWritten) return &name;
+        for (Entry& entry : it->second) {
+            if (entry.onDisk == asWritten) return &entry;
         }
         return &it->second.front();
     }
 
-    void Enter(const std::string& onDisk) {
-        Folder* folder = stack_.back();
-        path_ /= onDisk;
-        if (folder == nullptr) {
-            stack_.push_back(nullptr);
-            return;
-        }
-        auto& child = folder->children[onDisk];
-        if (!child) child = std::make_unique<Folder>();
-        stack_.push_back(child.get());
+    void Enter(Entry& entry) {
+        Append(entry.onDisk);
+        if (!entry.folder) entry.folder = std::make_unique<Folder>();
+        stack_.push_back({entry.folder.get(), path_.size()});
+    }
+
+    // Goes on past the remembered tree: the rest of the path is not looked up.
+    void Abandon(const std::string& asWritten) {
+        Append(asWritten);
+        stack_.push_back({nullptr, path_.size()});
     }
 
     void Leave() {
-        path_ = path_.parent_path();
         if (stack_.size() > 1) stack_.pop_back();
+        path_.resize(stack_.back().pathLength);
     }
 
-    // Leaves the remembered tree: the rest of the path is not looked up.
-    void Abandon(const std::string& asWritten) {
-        path_ /= asWritten;
-        stack_.push_back(nullptr);
-    }
-
-    bool OnDisk() const { return stack_.back() != nullptr; }
-    Folder* Current() const { return stack_.back(); }
-    Folder* Parent() const { return stack_.size() > 1 ? stack_[stack_.size() - 2] : nullptr; }
+    bool OnDisk() const { return stack_.back().folder != nullptr; }
+    Folder* Current() const { return stack_.back().folder; }
 
 private:
+    struct Level {
+        Folder* folder;
+        std::size_t pathLength;
+    };
+    void Append(const std::string& name) {
+        if (path_.back() != '/') path_ += '/';
+        path_ += name;
+    }
+
     bool mayList_;
-    fs::path path_ = "/";
-    std::vector<Folder*> stack_;
+    std::string path_ = "/";
+    std::string key_;
+    std::vector<Level> stack_;
 };
 
-// Goes down the elements of `systemPath` (after those of the current folder when it is
-// relative), giving back the path as found and as the caller wrote it.
+bool IsAbsolute(std::string_view path) { return !path.empty() && (path.front() == '/' || path.front() == '\\'); }
+
+// Calls `onElement(element)` for every element of the path, after walking to the
+// current folder when the path is relative.
 template <typename OnElement>
 void Traverse(Walk& walk, std::string_view systemPath, OnElement onElement) {
-    const bool absolute = !systemPath.empty() && (systemPath.front() == '/' || systemPath.front() == '\\');
-    if (!absolute) {
+    if (!IsAbsolute(systemPath)) {
         std::error_code ec;
-        const fs::path here = fs::current_path(ec);
-        for (const auto& element : here.relative_path()) {
+        for (const auto& element : fs::current_path(ec).relative_path()) {
             const std::string name = element.string();
-            const std::string* onDisk = walk.Find(Cp1252FromUtf8(name), name);
-            if (onDisk != nullptr) {
-                walk.Enter(*onDisk);
+            if (Entry* entry = walk.Find(Cp1252FromUtf8(name), name)) {
+                walk.Enter(*entry);
             } else {
                 walk.Abandon(name);
             }
         }
     }
-    for (std::string_view element : SplitElements(systemPath)) onElement(element);
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= systemPath.size(); ++i) {
+        if (i == systemPath.size() || systemPath[i] == '\\' || systemPath[i] == '/') {
+            if (i > start) onElement(systemPath.substr(start, i - start));
+            start = i + 1;
+        }
+    }
 }
 
 }  // namespace
@@ -146,26 +181,32 @@ void Traverse(Walk& walk, std::string_view systemPath, OnElement onElement) {
 fs::path HostPath(std::string_view systemPath) {
     std::lock_guard lock(gMutex);
     Walk walk(true);
-    const bool absolute = !systemPath.empty() && (systemPath.front() == '/' || systemPath.front() == '\\');
-    fs::path result = absolute ? fs::path("/") : fs::path();
+    std::string result = IsAbsolute(systemPath) ? "/" : "";
+    std::string asWritten;
+    auto append = [&](const std::string& name) {
+        if (!result.empty() && result.back() != '/') result += '/';
+        result += name;
+    };
     Traverse(walk, systemPath, [&](std::string_view element) {
-        const std::string asWritten = Utf8FromCp1252(element);
-        if (element == ".") {
-            result /= asWritten;
-        } else if (element == "..") {
-            result /= asWritten;
-            walk.Leave();
-        } else if (!walk.OnDisk()) {
-            result /= asWritten;
-        } else if (const std::string* onDisk = walk.Find(element, asWritten)) {
-            result /= *onDisk;
-            walk.Enter(*onDisk);
+        if (IsAscii(element)) {
+            asWritten.assign(element);
         } else {
-            result /= asWritten;
+            asWritten = Utf8FromCp1252(element);
+        }
+        if (element == ".") {
+            append(asWritten);
+        } else if (element == "..") {
+            append(asWritten);
+            walk.Leave();
+        } else if (Entry* entry = walk.OnDisk() ? walk.Find(element, asWritten) : nullptr) {
+            append(entry->onDisk);
+            walk.Enter(*entry);
+        } else {
+            append(asWritten);
             walk.Abandon(asWritten);
         }
     });
-    return result;
+    return fs::path(std::move(result));
 }
 
 std::string SystemPath(const fs::path& hostPath) { return Cp1252FromUtf8(hostPath.string()); }
@@ -173,7 +214,8 @@ std::string SystemPath(const fs::path& hostPath) { return Cp1252FromUtf8(hostPat
 void ForgetPath(std::string_view systemPath) {
     std::lock_guard lock(gMutex);
     Walk walk(false);
-    std::string lastName;
+    Folder* parent = nullptr;
+    Entry* last = nullptr;
     bool known = true;
     Traverse(walk, systemPath, [&](std::string_view element) {
         if (!known || element == ".") return;
@@ -181,23 +223,22 @@ void ForgetPath(std::string_view systemPath) {
             walk.Leave();
             return;
         }
-        const std::string asWritten = Utf8FromCp1252(element);
-        const std::string* onDisk = walk.Find(element, asWritten);
-        lastName = onDisk != nullptr ? *onDisk : asWritten;
-        if (onDisk == nullptr && walk.OnDisk()) {
-            // Not in the listing: the listing itself is what must be read again.
-            walk.Current()->listed = false;
+        parent = walk.Current();
+        last = walk.Find(element, Utf8FromCp1252(element));
+        if (last == nullptr) {
+            // Not in the listing, or nothing remembered here: nothing below is known,
+            // and the listing (if any) must be read again.
+            if (parent != nullptr) parent->listed = false;
             known = false;
             return;
         }
-        walk.Enter(lastName);
+        walk.Enter(*last);
     });
     if (!known) return;
-    if (Folder* parent = walk.Parent()) {
+    if (last != nullptr && parent != nullptr) {
+        last->folder.reset();
         parent->listed = false;
-        parent->names.clear();
-        parent->children.erase(lastName);
-    } else if (walk.Current() == &gRoot) {
+    } else {
         gRoot = Folder{};
     }
 }
