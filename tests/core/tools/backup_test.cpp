@@ -54,26 +54,35 @@ TEST(MakeBackup, NumberedNamesWithExistingBackups) {
     }
 }
 
-TEST(MakeBackup, ATakenNameInAnyCaseCounts) {
-    testing::TempFolder folder;
-    folder.write("Scenario.bin", "new");
-    folder.write("SCENARIO.BAK", "old");
-    const BackupOutcome outcome = MakeBackup(In(folder, "scenario.BIN"), kScenarioBackupRule);
-    EXPECT_FALSE(outcome.error);
-    EXPECT_EQ(outcome.backup, In(folder, "scenario.bak1"));
-    EXPECT_EQ(folder.read("scenario.bak1"), "new");
-    EXPECT_EQ(folder.read("SCENARIO.BAK"), "old");
-}
-
-TEST(MakeBackup, SingleBackupReplacesTheOlderOne) {
-    testing::TempFolder folder;
-    folder.write("Express.bin", "second");
-    folder.write("Express.bak", "first");
-    const BackupOutcome outcome = MakeBackup(In(folder, "Express.bin"), kSingleBackupRule);
-    EXPECT_FALSE(outcome.error);
-    EXPECT_EQ(outcome.backup, In(folder, "Express.bak"));
-    EXPECT_EQ(folder.read("Express.bak"), "second");
-    EXPECT_FALSE(fs::exists(folder.path() / "Express.bak1"));
+TEST(MakeBackup, OlderBackupsInAnyCaseAndTheSingleForm) {
+    struct Case {
+        const char* what;
+        const char* older;     // an older back-up already there, holding "old"
+        const char* asCalled;  // the file's name as the caller writes it
+        BackupRule rule;
+        const char* expected;  // the new back-up, holding "new"
+        const char* kept;      // what then holds "old", or nothing
+    };
+    const Case cases[] = {
+        {"a taken name in any case counts", "SCENARIO.BAK", "scenario.BIN", kScenarioBackupRule, "scenario.bak1",
+         "SCENARIO.BAK"},
+        {"the single back-up replaces the older one", "Scenario.bak", "Scenario.bin", kSingleBackupRule,
+         "Scenario.bak", nullptr},
+    };
+    for (const auto& c : cases) {
+        testing::TempFolder folder;
+        folder.write("Scenario.bin", "new");
+        folder.write(c.older, "old");
+        const BackupOutcome outcome = MakeBackup(In(folder, c.asCalled), c.rule);
+        EXPECT_FALSE(outcome.error) << c.what;
+        EXPECT_EQ(outcome.backup, In(folder, c.expected)) << c.what;
+        EXPECT_EQ(folder.read(c.expected), "new") << c.what;
+        if (c.kept != nullptr) {
+            EXPECT_EQ(folder.read(c.kept), "old") << c.what;
+        }
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), c.kept ? 2 : 1)
+            << c.what;
+    }
 }
 
 TEST(MakeBackup, MissingFileIsAnError) {
