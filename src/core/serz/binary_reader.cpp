@@ -26,13 +26,13 @@ std::string Hex(unsigned value) {
 long long Utf8Bytes(const unsigned char* text, std::size_t limit, std::uint64_t characters) {
     std::size_t at = 0;
     while (characters > 0) {
+        if (at >= limit) return -1;
         // Eight plain ASCII characters at a time.
         if (characters >= 8 && limit - at >= 8 && (Load<std::uint64_t>(text + at) & 0x8080808080808080ULL) == 0) {
             at += 8;
             characters -= 8;
             continue;
         }
-        if (at >= limit) return -1;
         at += static_cast<std::size_t>(SequenceLength(text[at]));
         --characters;
     }

@@ -19,7 +19,7 @@ std::uint64_t HashBytes(std::string_view text) {
         h ^= h >> 29;
     }
     std::uint64_t tail = 0;
-    std::memcpy(&tail, text.data() + i, text.size() - i);
+    if (i < text.size()) std::memcpy(&tail, text.data() + i, text.size() - i);
     h = (h ^ tail) * 0xC4CEB9FE1A85EC53ULL;
     return h ^ (h >> 32);
 }
@@ -57,7 +57,7 @@ int BinaryWriter::FindString(std::string_view text, std::uint64_t hash) const {
         if (entry == 0) return kNone;
         const Span& span = strings_[entry - 1];
         if (hashes_[entry - 1] == hash && span.length == text.size() &&
-            std::memcmp(out_.At(span.offset), text.data(), text.size()) == 0) {
+            (text.empty() || std::memcmp(out_.At(span.offset), text.data(), text.size()) == 0)) {
             return static_cast<int>(entry - 1);
         }
     }

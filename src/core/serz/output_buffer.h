@@ -24,6 +24,7 @@ public:
     void Commit(char* end) { used_ = static_cast<std::size_t>(end - target_.data()); }
 
     void Append(std::string_view bytes) {
+        if (bytes.empty()) return;  // an empty view may hold no pointer at all
         char* out = Reserve(bytes.size());
         std::memcpy(out, bytes.data(), bytes.size());
         used_ += bytes.size();

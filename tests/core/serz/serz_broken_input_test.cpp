@@ -31,6 +31,7 @@ TEST(SerzBrokenInput, BinaryFailuresNameTheByteAndTheReason) {
         {"truncated-string.bin", "at byte 10: the file is truncated: a string of 10 characters"},
         {"unfilled-slot.bin", "at byte 8: line cache slot 5 is used before it was filled"},
         {"string-index-out-of-range.bin", "at byte 10: string index 7 is out of range (the table holds 0)"},
+        {"utf8-past-end.bin", "at byte 10: the file is truncated: a string of 10 characters"},
         {"absurd-string-length.bin", "the file is truncated: a string of 4294967280 characters"},
         {"absurd-blob-size.bin", "the file is truncated: 2147483647 bytes wanted for a blob"},
         {"unknown-kind.bin", "unknown record kind 99"},
