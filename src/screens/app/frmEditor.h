@@ -40,6 +40,8 @@ public:
     bool runMenuCommand(const std::string& name) override;
 
     QAction* menuAction(const std::string& name) const;
+    // The main text pane, where the open document's text stands.
+    QPlainTextEdit* textPane() const { return text1_; }
     QString statusText(int panel) const;
 
 protected:

@@ -15,6 +15,7 @@
 #include "screens/app/frmEditor.h"
 #include "screens/app/frmEmail.h"
 #include "screens/app/frmPreload.h"
+#include "screens/app/menu_commands.h"
 #include "screens/app/qt_text.h"
 #include "screens/app/qt_ui.h"
 
@@ -67,41 +68,46 @@ void frmEditor::buildMenu() {
 }
 
 void frmEditor::registerCommands() {
+    MenuCommands menu{ctx_, *this, commands_};
+    RegisterAllCommands(menu);
+}
+
+void RegisterOptionCommands(MenuCommands& menu) {
     using app::ToolPath;
-    commands_["mnuExit"] = [this] { close(); };
-    commands_["mnuDont"] = [this] { app::ToggleNoAskOnExit(ctx_, *this); };
-    commands_["mnuWarn"] = [this] { app::ToggleWarnIfNotSaved(ctx_, *this); };
-    commands_["mnuEdMax"] = [this] { app::StartMaximised(ctx_, *this); };
-    commands_["mnuLang"] = [this] {
-        dlgLang dialog(ctx_, this);
+    app::AppContext& ctx = menu.ctx;
+    frmEditor& window = menu.window;
+    menu.add("mnuExit", [&window] { window.close(); });
+    menu.add("mnuDont", [&] { app::ToggleNoAskOnExit(ctx, window); });
+    menu.add("mnuWarn", [&] { app::ToggleWarnIfNotSaved(ctx, window); });
+    menu.add("mnuEdMax", [&] { app::StartMaximised(ctx, window); });
+    menu.add("mnuLang", [&] {
+        dlgLang dialog(ctx, &window);
         dialog.exec();
-        app::SelectLanguage(ctx_, *this, dialog.chosenFile());
-    };
-    commands_["mnuAcro"] = [this] { app::PickToolPath(ctx_, ToolPath::PdfReader); };
-    commands_["mnuIRF"] = [this] { app::PickToolPath(ctx_, ToolPath::GraphicsEditor); };
-    commands_["mnuViewer"] = [this] { app::PickToolPath(ctx_, ToolPath::Viewer); };
-    commands_["mnuQDPreload"] = [this] {
-        frmPreload dialog(ctx_, this);
+        app::SelectLanguage(ctx, window, dialog.chosenFile());
+    });
+    menu.add("mnuAcro", [&ctx] { app::PickToolPath(ctx, ToolPath::PdfReader); });
+    menu.add("mnuIRF", [&ctx] { app::PickToolPath(ctx, ToolPath::GraphicsEditor); });
+    menu.add("mnuViewer", [&ctx] { app::PickToolPath(ctx, ToolPath::Viewer); });
+    menu.add("mnuQDPreload", [&] {
+        frmPreload dialog(ctx, &window);
         const bool ok = dialog.exec() == QDialog::Accepted;
-        app::SetPreLoadFolder(ctx_, ok ? std::optional<std::string>(dialog.folder()) : std::nullopt);
-    };
-    commands_["mnuRWPath"] = [this] {
-        app::ChooseRailWorksPath(ctx_, *this, [] { return app::DiscoverGameRoot(); });
-    };
-    commands_["mnuPaths"] = [this] {
-        dlgOptions dialog(ctx_, this);
+        app::SetPreLoadFolder(ctx, ok ? std::optional<std::string>(dialog.folder()) : std::nullopt);
+    });
+    menu.add("mnuRWPath", [&] { app::ChooseRailWorksPath(ctx, window, [] { return app::DiscoverGameRoot(); }); });
+    menu.add("mnuPaths", [&] {
+        dlgOptions dialog(ctx, &window);
         dialog.exec();
-    };
-    commands_["mnuContents"] = [this] { app::OpenHelpContents(ctx_); };
-    commands_["mnuAbout"] = [this] {
-        ctx_.prefs.aboutFlag = false;
-        frmAbout about(ctx_, this);
+    });
+    menu.add("mnuContents", [&ctx] { app::OpenHelpContents(ctx); });
+    menu.add("mnuAbout", [&] {
+        ctx.prefs.aboutFlag = false;
+        frmAbout about(ctx, &window);
         about.exec();
-    };
-    commands_["mnuEmail"] = [this] {
-        frmEmail email(ctx_, this);
+    });
+    menu.add("mnuEmail", [&] {
+        frmEmail email(ctx, &window);
         email.exec();
-    };
+    });
 }
 
 }  // namespace ferrolund::screens
