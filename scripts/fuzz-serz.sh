@@ -34,5 +34,7 @@ if [ -d "$samples" ]; then
 fi
 
 cd "$work"
-./serz_fuzz -max_total_time="$seconds" -jobs="$jobs" -workers="$jobs" -max_len=400000 \
-    -timeout=10 -rss_limit_mb=4096 corpus
+parallel=""
+[ "$jobs" -gt 1 ] && parallel="-jobs=$jobs -workers=$jobs"
+# shellcheck disable=SC2086
+./serz_fuzz -max_total_time="$seconds" $parallel -max_len=400000 -timeout=10 -rss_limit_mb=4096 corpus

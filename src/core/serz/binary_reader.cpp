@@ -169,7 +169,7 @@ bool BinaryReader::ReadPayload(Record& record) {
 
 bool BinaryReader::Next(Record& record) {
     if (failure_ || pos_ == end_) return false;
-    std::size_t at = offset();
+    std::size_t at = recordOffset_ = offset();
     unsigned char lead = *pos_++;
     CacheEntry entry;
     if (lead == kFullRecord) {

@@ -35,6 +35,8 @@ public:
     const CodecStatus& failure() const { return failure_; }
     bool AtEnd() const { return pos_ == end_; }
     std::size_t offset() const { return static_cast<std::size_t>(pos_ - begin_); }
+    // Where the record last handed out by Next begins.
+    std::size_t recordOffset() const { return recordOffset_; }
     std::string_view String(std::uint16_t index) const { return strings_[index]; }
 
 private:
@@ -57,6 +59,7 @@ private:
     std::array<CacheEntry, kCacheSlots> cache_{};
     std::array<bool, kCacheSlots> filled_{};
     int cursor_ = 0;
+    std::size_t recordOffset_ = 0;
     CodecStatus failure_;
 };
 

@@ -17,6 +17,17 @@ namespace {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
+// The nearest float. Past the largest float a value rounds to it or, from the midpoint
+// to the next power of two on, to infinity (a plain conversion is undefined there).
+float ToFloat(double value) {
+    constexpr double kMax = std::numeric_limits<float>::max();
+    constexpr double kMidpoint = 3.4028235677973366e38;
+    double magnitude = std::fabs(value);
+    if (!(magnitude > kMax) || std::isinf(value)) return static_cast<float>(value);
+    float rounded = magnitude < kMidpoint ? std::numeric_limits<float>::max() : std::numeric_limits<float>::infinity();
+    return std::signbit(value) ? -rounded : rounded;
+}
+
 // The attributes of a start tag that the codec reads; others are passed over.
 struct Attributes {
     std::string_view id, type, numElements, elementType, size;
@@ -194,13 +205,7 @@ bool XmlReader::Scalar(std::string_view text, ValueType type, unsigned char* byt
             std::memcpy(bytes, &value, 8);
             return true;
         }
-        // Past the largest float a value rounds to it or, from the midpoint on, to infinity.
-        constexpr double kFloatMidpoint = 3.4028235677973366e38;
-        float single = std::fabs(value) > std::numeric_limits<float>::max() && std::isfinite(value)
-                           ? std::copysign(std::fabs(value) < kFloatMidpoint ? std::numeric_limits<float>::max()
-                                                                              : std::numeric_limits<float>::infinity(),
-                                           static_cast<float>(std::signbit(value) ? -1 : 1))
-                           : static_cast<float>(value);
+        float single = ToFloat(value);
         std::memcpy(bytes, &single, 4);
         return true;
     }
@@ -352,16 +357,11 @@ CodecStatus XmlReader::Run() {
 }  // namespace
 
 CodecStatus XmlToBinary(std::string_view xml, std::string& binary) {
-    CodecStatus status;
-    try {
+    return Guarded(binary, [&] {
         BinaryWriter writer(binary, xml.size() / 6 + 256);
         XmlReader reader(xml, writer);
-        status = reader.Run();
-    } catch (const std::exception& e) {  // memory exhausted
-        status = CodecError{e.what()};
-    }
-    if (status) binary.clear();
-    return status;
+        return reader.Run();
+    });
 }
 
 }  // namespace ferrolund::serz

@@ -84,6 +84,8 @@ Digits RoundedDigits(double value, KeepFor keepFor) {
     return x;
 }
 
+// The platform's C library prints infinities and not-a-number values as "1.#INF",
+// "1.#QNAN", "1.#SNAN" and "-1.#IND", padded with zeros to the precision.
 char* WriteNonFinite(char* out, double value, int precision) {
     std::uint64_t bits = std::bit_cast<std::uint64_t>(value);
     bool negative = (bits >> 63) != 0;
@@ -106,15 +108,9 @@ char* WriteExponent(char* out, int exponent, int minDigits) {
     *out++ = 'e';
     *out++ = exponent < 0 ? '-' : '+';
     unsigned magnitude = static_cast<unsigned>(exponent < 0 ? -exponent : exponent);
-    char digits[8];
-    int n = 0;
-    do {
-        digits[n++] = static_cast<char>('0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    for (int i = n; i < minDigits; ++i) *out++ = '0';
-    while (n > 0) *out++ = digits[--n];
-    return out;
+    int digits = magnitude >= 100 ? 3 : magnitude >= 10 ? 2 : 1;
+    for (int i = digits; i < minDigits; ++i) *out++ = '0';
+    return WriteUnsigned(out, magnitude);
 }
 
 // Writes the digits `x` with the point after digit `exponent` and at least `fraction`

@@ -28,11 +28,10 @@ bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
 
 // "xml:<path>", "bin:<path>", with or without a leading slash.
 std::optional<Target> ParseTarget(std::string_view word) {
-    if (!word.empty() && word.front() == '/' && (StartsWithNoCase(word.substr(1), "xml:") || StartsWithNoCase(word.substr(1), "bin:"))) {
-        word.remove_prefix(1);
+    for (std::string_view form : {word, word.substr(word.empty() || word.front() != '/' ? word.size() : 1)}) {
+        if (StartsWithNoCase(form, "xml:")) return Target{Direction::ToXml, std::string(form.substr(4))};
+        if (StartsWithNoCase(form, "bin:")) return Target{Direction::ToBinary, std::string(form.substr(4))};
     }
-    if (StartsWithNoCase(word, "xml:")) return Target{Direction::ToXml, std::string(word.substr(4))};
-    if (StartsWithNoCase(word, "bin:")) return Target{Direction::ToBinary, std::string(word.substr(4))};
     return std::nullopt;
 }
 

@@ -207,7 +207,7 @@ void XmlWriter::Blob(const Record& record) {
 
 CodecStatus XmlWriter::Write(const Record& record) {
     if (record.kind == Kind::Marker) return std::nullopt;  // the game's own; no text form
-    std::size_t at = reader_.offset();
+    std::size_t at = reader_.recordOffset();
     if (startPending_) {
         startPending_ = false;
         if (record.kind == Kind::Close && record.nameIndex == open_.back()) {
@@ -286,16 +286,11 @@ CodecStatus XmlWriter::Run() {
 }  // namespace
 
 CodecStatus BinaryToXml(std::string_view binary, std::string& xml, const XmlStyle& style) {
-    CodecStatus status;
-    try {
+    return Guarded(xml, [&] {
         BinaryReader reader(binary);
         XmlWriter writer(reader, xml, binary.size(), style);
-        status = writer.Run();
-    } catch (const std::exception& e) {  // memory exhausted
-        status = CodecError{e.what()};
-    }
-    if (status) xml.clear();
-    return status;
+        return writer.Run();
+    });
 }
 
 }  // namespace ferrolund::serz

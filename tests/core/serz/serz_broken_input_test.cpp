@@ -23,6 +23,18 @@ std::string BrokenFile(const char* name) {
     return ReadBytes(path);
 }
 
+// Each fixture fails with its reason and leaves the output empty.
+template <std::size_t N, typename Conversion>
+void ExpectFailures(const BrokenCase (&cases)[N], Conversion convert) {
+    for (const auto& c : cases) {
+        std::string out = "stale";
+        CodecStatus status = convert(BrokenFile(c.file), out);
+        ASSERT_TRUE(status) << c.file;
+        EXPECT_NE(status->message.find(c.reason), std::string::npos) << c.file << ": " << status->message;
+        EXPECT_TRUE(out.empty()) << c.file;
+    }
+}
+
 TEST(SerzBrokenInput, BinaryFailuresNameTheByteAndTheReason) {
     const BrokenCase cases[] = {
         {"empty.bin", "at byte 0: not a serialised binary file"},
@@ -43,13 +55,7 @@ TEST(SerzBrokenInput, BinaryFailuresNameTheByteAndTheReason) {
         {"truncated-array.bin", "at byte 53: the file is truncated: 64 bytes wanted for an array's elements, 8 remain"},
         {"value-before-root.bin", "the file does not start with an element"},
     };
-    for (const auto& c : cases) {
-        std::string xml = "stale";
-        auto status = BinaryToXml(BrokenFile(c.file), xml);
-        ASSERT_TRUE(status) << c.file;
-        EXPECT_NE(status->message.find(c.reason), std::string::npos) << c.file << ": " << status->message;
-        EXPECT_TRUE(xml.empty()) << c.file;
-    }
+    ExpectFailures(cases, [](const std::string& in, std::string& out) { return BinaryToXml(in, out); });
 }
 
 TEST(SerzBrokenInput, XmlFailuresNameTheLineAndTheReason) {
@@ -73,13 +79,7 @@ TEST(SerzBrokenInput, XmlFailuresNameTheLineAndTheReason) {
         {"value-holds-element.xml", "line 3: expected the end tag </V>"},
         {"cut-utf8.xml", "line 3: the text ends inside a UTF-8 character"},
     };
-    for (const auto& c : cases) {
-        std::string binary = "stale";
-        auto status = XmlToBinary(BrokenFile(c.file), binary);
-        ASSERT_TRUE(status) << c.file;
-        EXPECT_NE(status->message.find(c.reason), std::string::npos) << c.file << ": " << status->message;
-        EXPECT_TRUE(binary.empty()) << c.file;
-    }
+    ExpectFailures(cases, [](const std::string& in, std::string& out) { return XmlToBinary(in, out); });
 }
 
 // A small file written by the codec, cut at every length, fails cleanly each time.

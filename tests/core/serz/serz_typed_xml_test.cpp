@@ -1,6 +1,8 @@
 // XML as a person may type it reads to the same bytes as the converter's own text.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 #include "serz/codec.h"
@@ -56,6 +58,30 @@ TEST(SerzTypedXml, TextKeepsItsBlanksAndLineEnds) {
     ASSERT_FALSE(XmlToBinary(typed, binary));
     ASSERT_FALSE(BinaryToXml(binary, xml));
     EXPECT_NE(xml.find(">  two\r\nlines  </S>"), std::string::npos);
+}
+
+// Typed floats beyond a 32-bit float's range round as the hardware would, without
+// undefined conversions.
+TEST(SerzTypedXml, FloatsPastTheLargestRoundToItOrToInfinity) {
+    struct Case {
+        const char* text;
+        std::uint32_t bits;
+    };
+    const Case cases[] = {
+        {"3.4028235e38", 0x7F7FFFFF},
+        {"3.40282356e38", 0x7F7FFFFF},
+        {"3.4028236e38", 0x7F800000},
+        {"-1e39", 0xFF800000},
+        {"1e-50", 0x00000000},
+        {"-1.#INF", 0xFF800000},
+    };
+    for (const auto& c : cases) {
+        std::string binary;
+        ASSERT_FALSE(XmlToBinary(std::string("<R><V d:type=\"sFloat32\">") + c.text + "</V></R>", binary)) << c.text;
+        std::uint32_t bits = 0;
+        std::memcpy(&bits, binary.data() + binary.size() - 4 - 4, 4);  // before the root's end record
+        EXPECT_EQ(bits, c.bits) << c.text;
+    }
 }
 
 }  // namespace
