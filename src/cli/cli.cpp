@@ -9,6 +9,7 @@
 #include "app/startup.h"
 #include "app/version.h"
 #include "cli/cli_ui.h"
+#include "cli/verb_make_sample.h"
 #include "serz/serz_command.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
@@ -42,6 +43,11 @@ const std::vector<Verb>& Verbs() {
          "convert a game binary file to XML or XML back to binary",
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
              return serz::RunSerzCommand(args, err);
+         }},
+        {"make-sample", "make-sample DIR [--tiles N] [--assets N]",
+         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints)",
+         [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+             return MakeSampleVerb(args, out, err);
          }},
     };
     return verbs;

@@ -1,0 +1,296 @@
+#include "generator/plan.h"
+
+#include <cstdio>
+
+#include "generator/md5.h"
+#include "generator/textures.h"
+#include "serz/codec.h"
+
+namespace ferrolund::sample {
+
+namespace {
+
+constexpr const char* kPlanName = "plan.txt";
+constexpr int kEntitiesPerTile = 4;
+constexpr int kItemsPerSet = 1000;
+const char* const kCategories[] = {"eFoliageLarge", "eHouses", "eIndustrial", "eFences", "eSignage"};
+
+std::vector<std::string> SplitTabs(std::string_view line) {
+    std::vector<std::string> fields;
+    for (std::size_t start = 0;;) {
+        const std::size_t tab = line.find('\t', start);
+        fields.emplace_back(line.substr(start, tab == std::string_view::npos ? std::string_view::npos : tab - start));
+        if (tab == std::string_view::npos) break;
+        start = tab + 1;
+    }
+    return fields;
+}
+
+bool ParseCount(const std::string& text, int& value) {
+    int read = 0;
+    return std::sscanf(text.c_str(), "%d%n", &value, &read) == 1 && read == static_cast<int>(text.size()) && value >= 0;
+}
+
+// The text between <Tag d:type="cDeltaString"> and its close on one line, unescaped.
+bool StringValue(std::string_view line, std::string_view tag, std::string& value) {
+    const std::string open = "<" + std::string(tag) + " d:type=\"cDeltaString\">";
+    const std::size_t at = line.find(open);
+    if (at == std::string_view::npos) return false;
+    const std::size_t from = at + open.size();
+    const std::size_t to = line.find('<', from);
+    if (to == std::string_view::npos) return false;
+    value.clear();
+    for (std::size_t i = from; i < to; ++i) {
+        if (line[i] != '&') {
+            value += line[i];
+            continue;
+        }
+        static const std::pair<std::string_view, char> kEntities[] = {
+            {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
+        bool known = false;
+        for (const auto& [entity, c] : kEntities)
+            if (line.substr(i, entity.size()) == entity) {
+                value += c;
+                i += entity.size() - 1;
+                known = true;
+                break;
+            }
+        if (!known) value += '&';
+    }
+    return true;
+}
+
+std::string SixDigits(int value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%c%06d", value < 0 ? '-' : '+', value < 0 ? -value : value);
+    return text;
+}
+
+std::string ItemId(int index) {
+    char text[48];
+    std::snprintf(text, sizeof text, "Scenery\\Set_%03d\\Item_%05d", index / kItemsPerSet, index);
+    return text;
+}
+
+}  // namespace
+
+PlanRunner::PlanRunner(const SourceSet& sources, SampleWriter& writer, const SampleOptions& options,
+                       SampleResult& result)
+    : sources_(sources), writer_(writer), options_(options), result_(result) {}
+
+Failure PlanRunner::Run() {
+    const auto plan = sources_.find(kPlanName);
+    if (plan == sources_.end()) return std::string("the sample's sources hold no ") + kPlanName;
+    const std::string& text = plan->second;
+    int lineNumber = 0;
+    for (std::size_t start = 0; start < text.size();) {
+        std::size_t end = text.find('\n', start);
+        if (end == std::string::npos) end = text.size();
+        std::string_view line(text.data() + start, end - start);
+        start = end + 1;
+        ++lineNumber;
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        if (line.empty() || line.front() == '#') continue;
+        if (auto failure = Line(SplitTabs(line)))
+            return "sample source " + std::string(kPlanName) + ", line " + std::to_string(lineNumber) + ": " +
+                   *failure;
+    }
+    if (writer_.InArchive()) return std::string("the plan ends inside an archive");
+    return std::nullopt;
+}
+
+Failure PlanRunner::Line(const std::vector<std::string>& fields) {
+    const std::string& verb = fields[0];
+    // Names given on the line: the fields that hold '=' after the fixed ones.
+    std::size_t fixed = 1;
+    while (fixed < fields.size() && fields[fixed].find('=') == std::string::npos) ++fixed;
+    Vars vars = verb == "set" ? Vars() : globals_;
+    for (std::size_t i = fixed; i < fields.size(); ++i) {
+        const std::size_t eq = fields[i].find('=');
+        if (eq == std::string::npos) return "the field " + fields[i] + " should be name=value";
+        std::string value = fields[i].substr(eq + 1);
+        if (value.starts_with("$")) {
+            const auto known = globals_.find(value.substr(1));
+            if (known == globals_.end()) return "unknown name " + value;
+            value = known->second;
+        }
+        vars[fields[i].substr(0, eq)] = std::move(value);
+    }
+    auto needs = [&](std::size_t count) -> Failure {
+        if (fixed == count) return std::nullopt;
+        return verb + " takes " + std::to_string(count - 1) + " fields before its names";
+    };
+    int count = 0;
+    if (verb == "set") {
+        if (auto f = needs(1)) return f;
+        for (auto& [name, value] : vars) globals_[name] = value;
+        return std::nullopt;
+    }
+    if (verb == "text" || verb == "bin") {
+        if (auto f = needs(3)) return f;
+        return Produce(fields[1], fields[2], vars, verb == "bin");
+    }
+    if (verb == "texture") {
+        if (auto f = needs(6)) return f;
+        return Texture(fields, vars);
+    }
+    if (verb == "bytes") {
+        if (auto f = needs(3)) return f;
+        return Bytes(fields[1], fields[2], vars);
+    }
+    if (verb == "md5") {
+        if (auto f = needs(2)) return f;
+        if (fields[1] != lastTarget_) return "md5 must follow the line that writes " + fields[1];
+        const auto digest = Md5(lastBytes_);
+        return Put(fields[1] + ".MD5", std::string(digest.begin(), digest.end()));
+    }
+    if (verb == "archive") {
+        if (auto f = needs(2)) return f;
+        return writer_.BeginArchive(fields[1]);
+    }
+    if (verb == "end") {
+        if (auto f = needs(1)) return f;
+        return writer_.EndArchive();
+    }
+    if (verb == "assets" || verb == "tiles") {
+        if (auto f = needs(3)) return f;
+        if (!ParseCount(fields[2], count)) return "the count " + fields[2] + " is no number";
+        if (verb == "assets") return Assets(fields[1], options_.assets >= 0 ? options_.assets : count);
+        return Tiles(fields[1], options_.tiles >= 0 ? options_.tiles : count, vars);
+    }
+    return "unknown line kind " + verb;
+}
+
+Failure PlanRunner::Put(const std::string& target, std::string bytes) {
+    lastTarget_ = target;
+    lastBytes_ = bytes;
+    return writer_.Put(target, std::move(bytes));
+}
+
+Failure PlanRunner::Produce(const std::string& target, const std::string& source, const Vars& vars, bool compile) {
+    Expander expander(sources_, target);
+    Expansion expansion;
+    if (auto failure = expander.Expand(source, vars, expansion)) return failure;
+    Scan(target, expansion.text);
+    if (!compile) return Put(target, std::move(expansion.text));
+    std::string binary;
+    if (auto error = serz::XmlToBinary(expansion.text, binary)) return expander.Locate(expansion, error->message);
+    std::string xml = options_.keepXml ? std::move(expansion.text) : std::string();
+    if (auto failure = Put(target, std::move(binary))) return failure;
+    if (options_.keepXml) {
+        const WrittenFile& written = writer_.Files().back();
+        result_.compiled.push_back({written.path, written.archive, std::move(xml)});
+    }
+    return std::nullopt;
+}
+
+Failure PlanRunner::Texture(const std::vector<std::string>& fields, const Vars& given) {
+    const auto format = ParsePixelFormat(fields[2]);
+    int width = 0, height = 0, mips = 0;
+    if (!format) return "unknown texture format " + fields[2];
+    if (!ParseCount(fields[3], width) || !ParseCount(fields[4], height) || !ParseCount(fields[5], mips) || mips < 1 ||
+        mips > 8)
+        return std::string("a texture needs a width, a height and 1 to 8 levels");
+    const std::string& target = fields[1];
+    Vars vars = given;
+    const std::size_t slash = target.rfind('\\');
+    vars["name"] = target.substr(slash + 1, target.rfind('.') - slash - 1);
+    vars["format"] = FormatWord(*format);
+    vars["width"] = std::to_string(width);
+    vars["height"] = std::to_string(height);
+    vars["levels"] = "textures/levels-" + std::to_string(mips) + ".xml";
+    for (int level = 0; level < mips; ++level) {
+        const int w = std::max(width >> level, 1), h = std::max(height >> level, 1);
+        const std::string n = std::to_string(level);
+        vars["w" + n] = std::to_string(w);
+        vars["h" + n] = std::to_string(h);
+        vars["blob" + n] = BlobText(LevelPixels(*format, w, h, target + "#" + n));
+    }
+    return Produce(target, "textures/texture.xml", vars, true);
+}
+
+Failure PlanRunner::Bytes(const std::string& target, const std::string& sizeText, const Vars& vars) {
+    int size = 0;
+    if (!ParseCount(sizeText, size)) return "the size " + sizeText + " is no number";
+    const auto prefix = vars.find("prefix");
+    std::string bytes = prefix == vars.end() ? std::string() : prefix->second;
+    std::uint64_t state = Hash64(target);
+    while (bytes.size() < static_cast<std::size_t>(size)) {
+        state = state * 6364136223846793005ULL + 1442695040888963407ULL;
+        bytes += static_cast<char>(state >> 56);
+    }
+    bytes.resize(static_cast<std::size_t>(size));
+    return Put(target, std::move(bytes));
+}
+
+Failure PlanRunner::Assets(const std::string& folder, int count) {
+    assetFolder_ = folder;
+    assetCount_ = count;
+    for (int i = 0; i < count; ++i) {
+        Vars vars = globals_;
+        vars["item"] = ItemId(i);
+        vars["title"] = "Generated item " + std::to_string(i);
+        vars["category"] = kCategories[i % std::size(kCategories)];
+        if (auto failure = Produce(folder + "\\" + ItemId(i) + ".bin", "blueprints/generated-scenery.xml", vars, true))
+            return failure;
+    }
+    return std::nullopt;
+}
+
+Failure PlanRunner::Tiles(const std::string& route, int count, const Vars& given) {
+    if (count > 0 && assetCount_ == 0) return std::string("generated tiles need generated assets first");
+    tileCount_ += count;
+    int side = 1;
+    while (side * side < count) ++side;
+    const std::size_t product = assetFolder_.find('\\', assetFolder_.find('\\') + 1);
+    for (int k = 0; k < count; ++k) {
+        // The generated tiles lie east of the hand-made ones, on a square.
+        const int x = 10 + k % side, z = k / side - side / 2;
+        Vars vars = given;
+        vars["provider"] = assetFolder_.substr(assetFolder_.find('\\') + 1, product - assetFolder_.find('\\') - 1);
+        vars["product"] = assetFolder_.substr(product + 1);
+        for (int j = 0; j < kEntitiesPerTile; ++j) {
+            const std::string n = std::to_string(j);
+            const int item = (k * kEntitiesPerTile + j) % assetCount_;
+            vars["item" + n] = ItemId(item) + ".xml";
+            vars["name" + n] = "Generated item " + std::to_string(item);
+            vars["x" + n] = std::to_string(128 + 256 * (j % 2)) + ".5";
+            vars["z" + n] = std::to_string(128 + 256 * (j / 2)) + ".25";
+            vars["entity" + n] = route + SixDigits(x) + SixDigits(z) + n;
+        }
+        const std::string target = "Content\\Routes\\" + route + "\\Scenery\\" + SixDigits(x) + SixDigits(z) + ".bin";
+        if (auto failure = Produce(target, "tiles/generated-tile.xml", vars, true)) return failure;
+    }
+    return std::nullopt;
+}
+
+void PlanRunner::Scan(const std::string& target, const std::string& text) {
+    const std::string usedBy = writer_.InArchive() ? target + " (in an archive)" : target;
+    std::vector<std::string_view> lines;
+    for (std::size_t start = 0; start < text.size();) {
+        std::size_t end = text.find('\n', start);
+        if (end == std::string::npos) end = text.size();
+        lines.emplace_back(text.data() + start, end - start);
+        start = end + 1;
+    }
+    Reference ref;
+    for (std::size_t i = 0; i + 4 < lines.size(); ++i) {
+        if (!StringValue(lines[i], "Provider", ref.provider) || ref.provider.empty() ||
+            !StringValue(lines[i + 1], "Product", ref.product) ||
+            !StringValue(lines[i + 4], "BlueprintID", ref.blueprintId) || ref.blueprintId.empty())
+            continue;
+        const std::string key = ref.provider + '\\' + ref.product + '\\' + ref.blueprintId;
+        if (referenceIndex_.emplace(key, references_.size()).second) {
+            ref.usedBy = usedBy;
+            references_.push_back(ref);
+        }
+    }
+    if (target.ends_with("\\ScenarioProperties.xml")) {
+        std::string scenarioClass;
+        for (const auto line : lines)
+            if (StringValue(line, "ScenarioClass", scenarioClass)) break;
+        scenarioClasses_[target.substr(0, target.rfind('\\'))] = scenarioClass;
+    }
+}
+
+}  // namespace ferrolund::sample

@@ -1,0 +1,66 @@
+#pragma once
+// The plan (sources/plan.txt) says what the sample holds, one output a line, fields
+// separated by tabs:
+//   set       name=value ...                  names known to every later line
+//   text      TARGET  SOURCE  name=value ...  a text file (XML, curves, scripts), CR LF
+//   bin       TARGET  SOURCE  name=value ...  the source compiled to the game's binary form
+//   texture   TARGET  FORMAT  WIDTH  HEIGHT  MIPS  name=value ...
+//   bytes     TARGET  SIZE  [prefix=TEXT]     made-up content (sounds, compiled scripts)
+//   md5       TARGET                          TARGET.MD5 beside the file just written
+//   archive   TARGET / end                    what stands between goes into that .ap
+//   assets    FOLDER  COUNT                   COUNT generated scenery blueprints
+//   tiles     ROUTE  COUNT  name=value ...    COUNT generated scenery tiles using them
+// The two counts can be changed by the options.
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "generator/make_sample.h"
+#include "generator/sample_writer.h"
+
+namespace ferrolund::sample {
+
+// A Provider, Product, BlueprintID triple met in a written file.
+struct Reference {
+    std::string provider, product, blueprintId;
+    std::string usedBy;  // the first file that names it (an archive's member: archive|member)
+};
+
+class PlanRunner {
+public:
+    PlanRunner(const SourceSet& sources, SampleWriter& writer, const SampleOptions& options, SampleResult& result);
+
+    Failure Run();
+
+    const std::vector<Reference>& References() const { return references_; }
+    // Scenario folder (system path) to its ScenarioClass.
+    const std::map<std::string, std::string>& ScenarioClasses() const { return scenarioClasses_; }
+    int AssetCount() const { return assetCount_; }
+    int TileCount() const { return tileCount_; }
+
+private:
+    Failure Line(const std::vector<std::string>& fields);
+    Failure Produce(const std::string& target, const std::string& source, const Vars& vars, bool compile);
+    Failure Texture(const std::vector<std::string>& fields, const Vars& vars);
+    Failure Bytes(const std::string& target, const std::string& size, const Vars& vars);
+    Failure Assets(const std::string& folder, int count);
+    Failure Tiles(const std::string& route, int count, const Vars& vars);
+    Failure Put(const std::string& target, std::string bytes);
+    void Scan(const std::string& target, const std::string& text);
+
+    const SourceSet& sources_;
+    SampleWriter& writer_;
+    const SampleOptions& options_;
+    SampleResult& result_;
+    Vars globals_;
+    std::string lastTarget_, lastBytes_;
+    std::string assetFolder_;
+    int assetCount_ = 0;
+    int tileCount_ = 0;
+    std::vector<Reference> references_;
+    std::map<std::string, std::size_t> referenceIndex_;
+    std::map<std::string, std::string> scenarioClasses_;
+};
+
+}  // namespace ferrolund::sample
