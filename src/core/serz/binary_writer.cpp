@@ -30,6 +30,7 @@ constexpr std::size_t kInitialIndex = 1024;
 
 BinaryWriter::BinaryWriter(std::string& out, std::size_t expected)
     : out_(out, expected), index_(kInitialIndex, 0), slotsByName_(1) {
+    typeIndex_.fill(kNone);
     out_.Append(kMagic);
 }
 
@@ -119,16 +120,18 @@ void BinaryWriter::StoreCached(const CacheKey& key) {
     cursor_ = (cursor_ + 1) % kCacheSlots;
 }
 
-bool BinaryWriter::Header(Kind kind, std::string_view name, std::string_view type, bool hasName, bool hasType) {
+int BinaryWriter::TypeIndex(ValueType type) const { return typeIndex_[static_cast<std::size_t>(type)]; }
+
+bool BinaryWriter::Header(Kind kind, std::string_view name, ValueType type, bool hasName, bool hasType) {
     CacheKey key{kind, kNone, kNone};
     bool known = true;
     if (hasName) {
         key.name = FindString(name, HashBytes(name));
         known = key.name != kNone;
     }
-    if (hasType && known) {
-        key.type = FindString(type, HashBytes(type));
-        known = key.type != kNone;
+    if (hasType) {
+        key.type = TypeIndex(type);
+        known = known && key.type != kNone;
     }
     if (known) {
         int slot = FindCached(key);
@@ -140,7 +143,10 @@ bool BinaryWriter::Header(Kind kind, std::string_view name, std::string_view typ
     out_.Put(static_cast<char>(kFullRecord));
     out_.Put(static_cast<char>(kind));
     if (hasName && !WriteString(name, key.name)) return false;
-    if (hasType && !WriteString(type, key.type)) return false;
+    if (hasType) {
+        if (!WriteString(TypeName(type), key.type)) return false;
+        typeIndex_[static_cast<std::size_t>(type)] = key.type;
+    }
     StoreCached(key);
     return true;
 }
@@ -150,7 +156,7 @@ void BinaryWriter::CountChild() {
 }
 
 bool BinaryWriter::Open(std::string_view name, std::uint32_t id) {
-    if (!Header(Kind::Open, name, {}, true, false)) return false;
+    if (!Header(Kind::Open, name, ValueType::Unknown, true, false)) return false;
     CountChild();
     Put32(id);
     open_.emplace_back(out_.size(), 0);
@@ -160,7 +166,7 @@ bool BinaryWriter::Open(std::string_view name, std::uint32_t id) {
 
 bool BinaryWriter::Close(std::string_view name) {
     if (open_.empty()) return Fail("an end tag without a start");
-    if (!Header(Kind::Close, name, {}, true, false)) return false;
+    if (!Header(Kind::Close, name, ValueType::Unknown, true, false)) return false;
     auto [offset, count] = open_.back();
     std::memcpy(out_.At(offset), &count, 4);
     open_.pop_back();
@@ -168,21 +174,21 @@ bool BinaryWriter::Close(std::string_view name) {
 }
 
 bool BinaryWriter::Value(std::string_view name, ValueType type, const void* bytes) {
-    if (!Header(Kind::Value, name, TypeName(type), true, true)) return false;
+    if (!Header(Kind::Value, name, type, true, true)) return false;
     CountChild();
     out_.Append({static_cast<const char*>(bytes), TypeSize(type)});
     return true;
 }
 
 bool BinaryWriter::StringValue(std::string_view name, std::string_view text) {
-    if (!Header(Kind::Value, name, TypeName(ValueType::String), true, true)) return false;
+    if (!Header(Kind::Value, name, ValueType::String, true, true)) return false;
     CountChild();
     int index = kNone;
     return WriteString(text, index);
 }
 
 bool BinaryWriter::Array(std::string_view name, ValueType type, std::uint8_t count, const void* bytes) {
-    if (!Header(Kind::Array, name, TypeName(type), true, true)) return false;
+    if (!Header(Kind::Array, name, type, true, true)) return false;
     CountChild();
     out_.Put(static_cast<char>(count));
     out_.Append({static_cast<const char*>(bytes), count * TypeSize(type)});
@@ -190,21 +196,21 @@ bool BinaryWriter::Array(std::string_view name, ValueType type, std::uint8_t cou
 }
 
 bool BinaryWriter::Reference(std::string_view name, std::uint32_t target) {
-    if (!Header(Kind::Reference, name, {}, true, false)) return false;
+    if (!Header(Kind::Reference, name, ValueType::Unknown, true, false)) return false;
     CountChild();
     Put32(target);
     return true;
 }
 
 bool BinaryWriter::Nil() {
-    if (!Header(Kind::Nil, {}, {}, false, false)) return false;
+    if (!Header(Kind::Nil, {}, ValueType::Unknown, false, false)) return false;
     CountChild();
     return true;
 }
 
 // A blob is not counted among its element's children: the game's own textures say so.
 char* BinaryWriter::Blob(std::uint32_t size) {
-    if (!Header(Kind::Blob, {}, {}, false, false)) return nullptr;
+    if (!Header(Kind::Blob, {}, ValueType::Unknown, false, false)) return nullptr;
     Put32(size);
     char* room = out_.Reserve(size);
     out_.Commit(room + size);

@@ -50,7 +50,8 @@ private:
         std::size_t length;
     };
 
-    bool Header(Kind kind, std::string_view name, std::string_view type, bool hasName, bool hasType);
+    bool Header(Kind kind, std::string_view name, ValueType type, bool hasName, bool hasType);
+    int TypeIndex(ValueType type) const;
     int FindString(std::string_view text, std::uint64_t hash) const;
     bool WriteString(std::string_view text, int& index);
     int FindCached(const CacheKey& key) const;
@@ -67,6 +68,8 @@ private:
     std::vector<Span> strings_;
     std::vector<std::uint32_t> index_;
     std::vector<std::uint64_t> hashes_;
+    // The string index of each value type's name, once it is in the table.
+    std::array<int, static_cast<std::size_t>(ValueType::Unknown)> typeIndex_;
     // The line cache, and per name index the slots whose key has that name (nameless
     // kinds under index 0, so the lists are offset by one).
     std::array<CacheKey, kCacheSlots> slots_{};

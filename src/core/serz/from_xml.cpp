@@ -1,5 +1,6 @@
 // XML to binary: a reader of the converter's XML that takes what a person may type (any
 // indentation, LF or CR LF, blank lines, comments) and feeds the binary writer.
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -43,7 +44,7 @@ public:
 
 private:
     bool Fail(const char* at, std::string_view reason);
-    bool Expect(std::string_view what, std::string_view reason);
+    bool Match(std::string_view what);
     void SkipBlanks();
     bool SkipMarkup();
     bool ReadName(std::string_view& name);
@@ -78,12 +79,13 @@ bool XmlReader::Fail(const char* at, std::string_view reason) {
 
 bool XmlReader::Written(bool ok, const char* at) { return ok || Fail(at, writer_.failure()); }
 
-bool XmlReader::Expect(std::string_view what, std::string_view reason) {
-    if (static_cast<std::size_t>(end_ - p_) >= what.size() && std::memcmp(p_, what.data(), what.size()) == 0) {
-        p_ += what.size();
-        return true;
+// Passes over `what` when the text goes on with it.
+bool XmlReader::Match(std::string_view what) {
+    if (static_cast<std::size_t>(end_ - p_) < what.size() || std::memcmp(p_, what.data(), what.size()) != 0) {
+        return false;
     }
-    return Fail(p_, reason);
+    p_ += what.size();
+    return true;
 }
 
 void XmlReader::SkipBlanks() {
@@ -109,9 +111,16 @@ bool XmlReader::SkipMarkup() {
     }
 }
 
+// The characters that end a name in a tag.
+constexpr std::array<bool, 256> kNameEnds = [] {
+    std::array<bool, 256> ends{};
+    for (unsigned char c : std::string_view(" \t\r\n>/=<")) ends[c] = true;
+    return ends;
+}();
+
 bool XmlReader::ReadName(std::string_view& name) {
     const char* start = p_;
-    while (p_ < end_ && !IsBlank(*p_) && *p_ != '>' && *p_ != '/' && *p_ != '=' && *p_ != '<') ++p_;
+    while (p_ < end_ && !kNameEnds[static_cast<unsigned char>(*p_)]) ++p_;
     name = {start, static_cast<std::size_t>(p_ - start)};
     return !name.empty() || Fail(start, "a tag has no name");
 }
@@ -128,12 +137,12 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
         if (*p_ == '/') {
             ++p_;
             selfClosing = true;
-            return Expect(">", "'/' in a tag is not followed by '>'");
+            return Match(">") || Fail(p_, "'/' in a tag is not followed by '>'");
         }
         std::string_view key;
         if (!ReadName(key)) return false;
         SkipBlanks();
-        if (!Expect("=", "attribute '" + std::string(key) + "' has no value")) return false;
+        if (!Match("=")) return Fail(p_, "attribute '" + std::string(key) + "' has no value");
         SkipBlanks();
         if (p_ == end_ || (*p_ != '"' && *p_ != '\'')) return Fail(p_, "an attribute value is not in quotes");
         char quote = *p_++;
@@ -158,12 +167,12 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
 
 bool XmlReader::ReadEndTag(std::string_view name) {
     const char* at = p_;
-    if (!Expect("</", "expected the end tag </" + std::string(name) + ">")) return false;
+    if (!Match("</")) return Fail(p_, "expected the end tag </" + std::string(name) + ">");
     std::string_view found;
     if (!ReadName(found)) return false;
     SkipBlanks();
     if (found != name) return Fail(at, "</" + std::string(found) + "> ends <" + std::string(name) + ">");
-    return Expect(">", "the end tag </" + std::string(name) + "> is not closed");
+    return Match(">") || Fail(p_, "the end tag </" + std::string(name) + "> is not closed");
 }
 
 // The text of an element that holds only text, up to its end tag, with entities resolved.
