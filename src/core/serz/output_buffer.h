@@ -2,8 +2,10 @@
 // A growing byte buffer over a std::string that hands out raw room to write into, so that
 // the hot loops of the codec write with plain pointer stores.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -18,7 +20,7 @@ public:
 
     // Room for at least `bytes` more; write there, then hand the end back to Commit.
     char* Reserve(std::size_t bytes) {
-        if (target_.size() - used_ < bytes) target_.resize(2 * target_.size() + bytes);
+        if (target_.size() - used_ < bytes) Grow(bytes);
         return target_.data() + used_;
     }
     void Commit(char* end) { used_ = static_cast<std::size_t>(end - target_.data()); }
@@ -38,6 +40,15 @@ public:
     void Finish() { target_.resize(used_); }
 
 private:
+    // A few cached records can name a long string many times over; past this size the
+    // output is refused rather than left to exhaust the machine's memory.
+    static constexpr std::size_t kLimit = std::size_t{1} << 32;
+
+    void Grow(std::size_t bytes) {
+        if (used_ + bytes > kLimit) throw std::length_error("the output would pass 4 GB");
+        target_.resize(std::min(2 * target_.size() + bytes, kLimit));
+    }
+
     std::string& target_;
     std::size_t used_ = 0;
 };
