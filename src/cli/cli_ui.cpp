@@ -33,6 +33,10 @@ app::Answer CliUi::ask(const std::string& text, app::Buttons buttons, app::Icon,
         yes = false;
     }
     if (yesNo && buttons == app::Buttons::YesNoCancel && given == "cancel") return app::Answer::Cancel;
+    if (buttons == app::Buttons::RetryCancel) {
+        out_ << "  -> " << (*yes || given == "retry" ? "Retry" : "Cancel") << "\n";
+        return *yes || given == "retry" ? app::Answer::Retry : app::Answer::Cancel;
+    }
     const app::Answer answer = yesNo ? (*yes ? app::Answer::Yes : app::Answer::No)
                                      : (*yes ? app::Answer::Ok : app::Answer::Cancel);
     out_ << "  -> " << (answer == app::Answer::Yes ? "Yes" : answer == app::Answer::No ? "No"

@@ -20,8 +20,9 @@ app::Answer ScriptedUi::ask(const std::string& text, app::Buttons buttons, app::
                             const std::string& title) {
     shown.push_back({text, icon, title, true});
     const app::Answer fallback = buttons == app::Buttons::Ok ? app::Answer::Ok
-                                 : (buttons == app::Buttons::OkCancel) ? app::Answer::Cancel
-                                                                        : app::Answer::No;
+                                 : (buttons == app::Buttons::OkCancel || buttons == app::Buttons::RetryCancel)
+                                     ? app::Answer::Cancel
+                                     : app::Answer::No;
     return TakeFront(answers, fallback);
 }
 

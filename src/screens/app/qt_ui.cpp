@@ -39,12 +39,14 @@ app::Answer QtUi::ask(const std::string& text, app::Buttons buttons, app::Icon i
         case app::Buttons::OkCancel: qtButtons = QMessageBox::Ok | QMessageBox::Cancel; break;
         case app::Buttons::YesNo: qtButtons = QMessageBox::Yes | QMessageBox::No; break;
         case app::Buttons::YesNoCancel: qtButtons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel; break;
+        case app::Buttons::RetryCancel: qtButtons = QMessageBox::Retry | QMessageBox::Cancel; break;
     }
     QMessageBox box(QtIcon(icon), Title(title), ToQt(text), qtButtons, parent_);
     switch (box.exec()) {
         case QMessageBox::Yes: return app::Answer::Yes;
         case QMessageBox::No: return app::Answer::No;
         case QMessageBox::Ok: return app::Answer::Ok;
+        case QMessageBox::Retry: return app::Answer::Retry;
         default: return app::Answer::Cancel;
     }
 }
