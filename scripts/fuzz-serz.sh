@@ -24,17 +24,15 @@ clang++ -std=c++20 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-reco
     -I"$root/src/core" "$root/fuzz/serz/serz_fuzz.cpp" "$root"/src/core/serz/*.cpp \
     -o "$work/serz_fuzz"
 
-# Seeds: the broken fixtures, and the real samples when they lie beside the checkout.
+# Seeds: the broken fixtures, and the real samples when they lie beside the checkout
+# (read in place; new findings go to the first folder only).
 cp "$root"/tests/fixtures/serz/broken/* "$work/corpus/" 2>/dev/null || true
+seeds=""
 samples="$root/../shared/testdata/serz"
-if [ -d "$samples" ]; then
-    for f in "$samples"/*; do
-        [ "$(stat -c %s "$f")" -le 300000 ] && cp "$f" "$work/corpus/"
-    done
-fi
+[ -d "$samples" ] && seeds="$samples"
 
 cd "$work"
 parallel=""
 [ "$jobs" -gt 1 ] && parallel="-jobs=$jobs -workers=$jobs"
 # shellcheck disable=SC2086
-./serz_fuzz -max_total_time="$seconds" $parallel -max_len=400000 -timeout=10 -rss_limit_mb=4096 corpus
+./serz_fuzz -max_total_time="$seconds" $parallel -max_len=400000 -timeout=10 -rss_limit_mb=4096 corpus $seeds
