@@ -214,11 +214,8 @@ Failure PlanRunner::Bytes(const std::string& target, const std::string& sizeText
     if (!ParseCount(sizeText, size)) return "the size " + sizeText + " is no number";
     const auto prefix = vars.find("prefix");
     std::string bytes = prefix == vars.end() ? std::string() : prefix->second;
-    std::uint64_t state = Hash64(target);
-    while (bytes.size() < static_cast<std::size_t>(size)) {
-        state = state * 6364136223846793005ULL + 1442695040888963407ULL;
-        bytes += static_cast<char>(state >> 56);
-    }
+    if (bytes.size() < static_cast<std::size_t>(size))
+        bytes += MadeUpBytes(static_cast<std::size_t>(size) - bytes.size(), Hash64(target));
     bytes.resize(static_cast<std::size_t>(size));
     return Put(target, std::move(bytes));
 }
@@ -231,7 +228,9 @@ Failure PlanRunner::Assets(const std::string& folder, int count) {
         vars["item"] = ItemId(i);
         vars["title"] = "Generated item " + std::to_string(i);
         vars["category"] = kCategories[i % std::size(kCategories)];
-        if (auto failure = Produce(folder + "\\" + ItemId(i) + ".bin", "blueprints/generated-scenery.xml", vars, true))
+        vars["valid"] = i % 2 ? "eTrue" : "eFalse";
+        vars["geometry"] = "Brackenridge\\CountryScenery\\Scenery\\Shed\\[00]shed";
+        if (auto failure = Produce(folder + "\\" + ItemId(i) + ".bin", "blueprints/scenery.xml", vars, true))
             return failure;
     }
     return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "generator/textures.h"
 #include "serz/number_text.h"
 
 namespace ferrolund::sample {
@@ -79,6 +80,16 @@ std::uint64_t Hash64(std::string_view text, std::uint64_t basis) {
         h *= 0x100000001b3ULL;
     }
     return h;
+}
+
+std::string MadeUpBytes(std::size_t size, std::uint64_t seed) {
+    std::string bytes(size, '\0');
+    std::uint64_t state = seed;
+    for (char& byte : bytes) {
+        state = state * 6364136223846793005ULL + 1442695040888963407ULL;
+        byte = static_cast<char>(state >> 56);
+    }
+    return bytes;
 }
 
 Expander::Expander(const SourceSet& sources, std::string_view outputName)
@@ -206,6 +217,11 @@ Failure Expander::Lookup(std::string_view name, const Vars& vars, std::string& o
         if (suffix == "alt") number = static_cast<double>(static_cast<float>(number));
         char text[serz::kNumberTextMax];
         out.append(text, serz::WriteAltEncoding(text, number));
+    } else if (suffix == "blob") {
+        std::uint64_t size = 0;
+        if (!serz::ParseUnsigned(value, size) || size > (1u << 24))
+            return "{{" + std::string(name) + "}}: " + value + " is no size";
+        out += BlobText(MadeUpBytes(size, seed_));
     } else if (suffix == "dev" || suffix == "u0" || suffix == "u1") {
         std::uint64_t u0 = 0, u1 = 0;
         if (!ParseGuid(value, u0, u1)) {

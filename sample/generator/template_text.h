@@ -4,11 +4,12 @@
 //   {{name}}        the value of a name given by the plan or an include line
 //   {{name.alt}}    the value read as a number, as the converter's d:alt_encoding of a
 //                   32-bit float; {{name.alt64}} the same for a 64-bit float
+//   {{name.blob}}   a blob of made-up bytes, as many as the value says
 //   {{name.dev}}    a GUID as text: the value itself when it is one, else one made from
 //                   the value; {{name.u0}}, {{name.u1}} that GUID's two numbers
 //   {{id}}          a fresh element id; {{key}} a fresh GUID as text
 // A line that holds only {{@file name=value name=$other name="a value"}} is replaced by
-// that source, filled with the names known here plus those given, each of its lines
+// that source (the file may be given as $name too), filled with the names known here plus those given, each of its lines
 // indented as the include line is. Ids and keys come from the output's own name, so the
 // same output always gets the same ones.
 
@@ -43,6 +44,8 @@ std::string GuidText(std::uint64_t u0, std::uint64_t u1);
 bool ParseGuid(std::string_view text, std::uint64_t& u0, std::uint64_t& u1);
 // A 64-bit FNV-1a hash; the generator's one source of made-up numbers.
 std::uint64_t Hash64(std::string_view text, std::uint64_t basis = 0xcbf29ce484222325ULL);
+// `size` bytes of made-up content that depend only on `seed`.
+std::string MadeUpBytes(std::size_t size, std::uint64_t seed);
 
 class Expander {
 public:
