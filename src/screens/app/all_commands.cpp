@@ -5,6 +5,7 @@ namespace ferrolund::screens {
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
+    RegisterDocumentCommands(menu);
 }
 
 }  // namespace ferrolund::screens

@@ -1,5 +1,6 @@
 #include "screens/app/frmEditor.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QCloseEvent>
 #include <QLabel>
@@ -8,6 +9,7 @@
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTime>
 #include <QTimer>
 
@@ -15,13 +17,20 @@
 #include "app/startup.h"
 #include "screens/app/qt_text.h"
 #include "screens/app/qt_ui.h"
+#include "app/menu_table.h"
 
 namespace ferrolund::screens {
 
 namespace {
 // Texts of the tabs in the language table.
 constexpr int kTextTab = 65;
+constexpr int kRouteTab = 115;
 constexpr int kMinimumPanelTwips = 2000;
+// The labels and buttons of the tabs and the texts that caption them.
+const std::pair<int, const char*> kCaptionTexts[] = {
+    {61, "Label1"},   {63, "Command5"}, {64, "Command6"}, {413, "Command7"}, {414, "Label4"},
+    {74, "Command9"}, {75, "Command8"}, {76, "Command10"}, {77, "Command11"}, {78, "Command12"},
+};
 }  // namespace
 
 frmEditor::frmEditor(app::AppContext& ctx, QtUi& ui, QWidget* parent) : QMainWindow(parent), ctx_(ctx), ui_(ui) {
@@ -34,21 +43,6 @@ frmEditor::frmEditor(app::AppContext& ctx, QtUi& ui, QWidget* parent) : QMainWin
     buildStatusBar();
     ui_.setParent(this);
     ui_.showStatus = [this](int panel, const QString& text) { showStatus(panel, text); };
-}
-
-void frmEditor::buildTabs() {
-    tabs_ = new QTabWidget(this);
-    tabs_->setObjectName("SSTab1");
-    text1_ = new QPlainTextEdit(tabs_);
-    text1_->setObjectName("Text1");
-    text1_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    text1_->setReadOnly(true);
-    QFont font("Courier New");
-    font.setStyleHint(QFont::Monospace);
-    font.setPointSize(11);
-    text1_->setFont(font);
-    tabs_->addTab(text1_, "Text Editor");
-    setCentralWidget(tabs_);
 }
 
 void frmEditor::buildStatusBar() {
@@ -119,7 +113,14 @@ void frmEditor::setMenuVisible(const std::string& name, bool visible) {
 }
 
 void frmEditor::setMenuEnabled(const std::string& name, bool enabled) {
-    if (auto* a = menuAction(name)) a->setEnabled(enabled);
+    // A command this build does not have stays greyed whatever a command asks.
+    const auto* item = app::FindMenuItem(name);
+    const bool available = item && (item->handler.empty() || commands_.count(name) > 0);
+    if (auto* a = menuAction(name)) a->setEnabled(enabled && available);
+}
+
+void frmEditor::setMenuCaption(const std::string& item, const std::string& caption) {
+    if (auto* a = menuAction(item)) a->setText(ToQt(caption));
 }
 
 void frmEditor::applyLanguage() {
@@ -129,19 +130,36 @@ void frmEditor::applyLanguage() {
         if (!a) continue;
         a->setText(ToQt(ctx_.langText(item.langIndex, std::string(item.caption))));
     }
+    // The captions of the tabs, their labels and buttons, by the widgets' names.
+    for (const auto& [index, name] : kCaptionTexts) {
+        QWidget* widget = findChild<QWidget*>(name);
+        const QString text = ToQt(ctx_.langText(index));
+        if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+            button->setText(text);
+        } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+            label->setText(text);
+        }
+    }
     tabs_->setTabText(0, ToQt(ctx_.langText(kTextTab, "Text Editor")));
+    tabs_->setTabText(tabs_->count() - 1, ToQt(ctx_.langText(kRouteTab, "Route List")));
+    if (routeGrid_) {
+        routeGrid_->setHorizontalHeaderLabels(
+            {ToQt(ctx_.langText(79)), ToQt(ctx_.langText(80)), ToQt(ctx_.langText(81))});
+    }
 }
 
 void frmEditor::setEditorFontSize(double points) {
-    QFont font = text1_->font();
-    font.setPointSizeF(points);
-    text1_->setFont(font);
+    for (QPlainTextEdit* pane : pane_) {
+        QFont font = pane->font();
+        font.setPointSizeF(points);
+        pane->setFont(font);
+    }
 }
 
 void frmEditor::selectFirstTab() { tabs_->setCurrentIndex(0); }
 
 void frmEditor::closeSearchDialog() {
-    // The search dialog belongs to the editor's text commands; none is open before it exists.
+    if (auto* search = findChild<QWidget*>("dlgSearch")) search->close();
 }
 
 bool frmEditor::runMenuCommand(const std::string& name) {
@@ -152,7 +170,7 @@ bool frmEditor::runMenuCommand(const std::string& name) {
 }
 
 void frmEditor::closeEvent(QCloseEvent* event) {
-    if (app::ExitSequence(ctx_, *this, {})) {
+    if (app::ExitSequence(ctx_, *this, {doc_.editedFlag, doc_.savedFlag})) {
         event->accept();
     } else {
         event->ignore();

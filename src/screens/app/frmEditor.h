@@ -1,6 +1,6 @@
 #pragma once
 // The main window: the menu that indexes every command, the editor's tabs and the status
-// bar. What the start-up and the Options commands do to it goes through MainWindowPort.
+// bar. What the commands do to it goes through DocumentWindow (and so MainWindowPort).
 
 #include <QMainWindow>
 #include <functional>
@@ -8,19 +8,23 @@
 #include <string>
 
 #include "app/app_context.h"
-#include "app/main_window_port.h"
+#include "editor/document.h"
 
 class QAction;
 class QLabel;
+class QLineEdit;
 class QMenu;
 class QPlainTextEdit;
+class QPushButton;
+class QSplitter;
 class QTabWidget;
+class QTableWidget;
 
 namespace ferrolund::screens {
 
 class QtUi;
 
-class frmEditor : public QMainWindow, public app::MainWindowPort {
+class frmEditor : public QMainWindow, public editor::DocumentWindow {
     Q_OBJECT
 public:
     frmEditor(app::AppContext& ctx, QtUi& ui, QWidget* parent = nullptr);
@@ -39,28 +43,57 @@ public:
     void closeSearchDialog() override;
     bool runMenuCommand(const std::string& name) override;
 
+    // DocumentWindow
+    std::string paneText(editor::Pane pane) const override;
+    void setPaneText(editor::Pane pane, const std::string& text) override;
+    void setDocumentName(editor::Pane pane, const std::string& path) override;
+    std::string documentName(editor::Pane pane) const override;
+    void showNormal() override;
+    void showSecondPane(bool shown) override;
+    void setMenuCaption(const std::string& item, const std::string& caption) override;
+
     QAction* menuAction(const std::string& name) const;
     // The main text pane, where the open document's text stands.
-    QPlainTextEdit* textPane() const { return text1_; }
+    QPlainTextEdit* textPane() const { return pane_[0]; }
+    QPlainTextEdit* secondPane() const { return pane_[1]; }
+    QTabWidget* tabs() const { return tabs_; }
     QString statusText(int panel) const;
+    editor::EditorDocument& document() { return doc_; }
+
+    // The route list tab.
+    void loadRouteList();
+    void openSelectedRouteFolder();
+    // "Print": the pane's text without tabs, through the print preview.
+    void runPrint() { printPane(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildMenu();
     void buildTabs();
+    QWidget* buildTextTab();
+    QWidget* buildRouteTab();
     void buildStatusBar();
     void registerCommands();
     void showStatus(int panel, const QString& text);
+    void changeFont();
+    void printPane();
+    void tabChanged(int index);
 
     app::AppContext& ctx_;
     QtUi& ui_;
+    editor::EditorDocument doc_;
     std::map<std::string, QAction*> actions_;
     std::map<std::string, QMenu*> menus_;
     std::map<std::string, std::function<void()>> commands_;
     QTabWidget* tabs_ = nullptr;
-    QPlainTextEdit* text1_ = nullptr;
+    QPlainTextEdit* pane_[2] = {nullptr, nullptr};
+    QLineEdit* name_[2] = {nullptr, nullptr};
+    QLabel* secondLabel_ = nullptr;
+    QSplitter* splitter_ = nullptr;
+    QTableWidget* routeGrid_ = nullptr;
     std::vector<QLabel*> panels_;
 };
 

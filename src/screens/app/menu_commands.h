@@ -25,6 +25,8 @@ struct MenuCommands {
 
 // The commands of the Options and Help menus and of Exit.
 void RegisterOptionCommands(MenuCommands& menu);
+// The Files menu's document commands and the panes' pop-up.
+void RegisterDocumentCommands(MenuCommands& menu);
 // Every area's commands, in one place.
 void RegisterAllCommands(MenuCommands& menu);
 

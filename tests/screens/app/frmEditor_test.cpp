@@ -62,14 +62,17 @@ TEST(frmEditor, CommandsOfThisBuildAreLiveAndTheRestGreyed) {
     Editor e;
     for (const char* live : {"mnuExit", "mnuDont", "mnuWarn", "mnuEdMax", "mnuLang", "mnuAcro", "mnuIRF",
                              "mnuViewer", "mnuQDPreload", "mnuRWPath", "mnuPaths", "mnuContents", "mnuAbout",
-                             "mnuEmail"}) {
+                             "mnuEmail", "mnuOpenRS", "mnuXML", "mnuItSaveAs", "mnu2bin", "mnuClear"}) {
         EXPECT_TRUE(e.window.menuAction(live)->isEnabled()) << live;
     }
-    for (const char* later : {"mnuOpenRS", "mnuSaveRS", "mnuDelRoute", "mnuAE", "mnuBuildQD", "mnuNewVer",
-                              "mnuNoMarkers", "mnuWeb"}) {
+    // Greyed until a document is open, or not part of this build.
+    for (const char* later : {"mnuSaveRS", "mnuSavexml", "mnuPrint", "mnuDelRoute", "mnuAE", "mnuBuildQD",
+                              "mnuNewVer", "mnuNoMarkers", "mnuWeb"}) {
         EXPECT_FALSE(e.window.menuAction(later)->isEnabled()) << later;
     }
-    EXPECT_FALSE(e.window.runMenuCommand("mnuOpenRS"));
+    EXPECT_FALSE(e.window.runMenuCommand("mnuAE"));
+    e.window.setMenuEnabled("mnuAE", true);  // a command cannot wake an item this build lacks
+    EXPECT_FALSE(e.window.menuAction("mnuAE")->isEnabled());
 }
 
 TEST(frmEditor, CheckMarksFollowTheirSettings) {
