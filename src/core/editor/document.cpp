@@ -261,6 +261,16 @@ void NoteKeyPress(EditorDocument& doc, const std::string& documentName) {
     }
 }
 
+std::string WithCrLf(const std::string& text) {
+    std::string out;
+    out.reserve(text.size() + text.size() / 16);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) out += '\r';
+        out += text[i];
+    }
+    return out;
+}
+
 std::string TextForPrinting(const std::string& text) {
     std::string out;
     out.reserve(text.size());

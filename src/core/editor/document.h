@@ -61,6 +61,8 @@ void ClearScreen(EditorDocument& doc, DocumentWindow& window);                  
 
 // A key pressed in the main pane: a .bin document counts as edited from then on.
 void NoteKeyPress(EditorDocument& doc, const std::string& documentName);
+// Every line end as CR LF: the form the converter writes and the game's text files use.
+std::string WithCrLf(const std::string& text);
 // The text as printed: without tab characters.
 std::string TextForPrinting(const std::string& text);
 

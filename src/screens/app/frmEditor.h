@@ -91,6 +91,8 @@ private:
     QTabWidget* tabs_ = nullptr;
     QPlainTextEdit* pane_[2] = {nullptr, nullptr};
     QLineEdit* name_[2] = {nullptr, nullptr};
+    // The pane shows lines without their CR; a text that came with CR LF goes back with it.
+    bool crlf_[2] = {true, true};
     QLabel* secondLabel_ = nullptr;
     QSplitter* splitter_ = nullptr;
     QTableWidget* routeGrid_ = nullptr;

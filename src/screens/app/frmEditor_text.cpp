@@ -166,10 +166,16 @@ void frmEditor::tabChanged(int index) {
     if (tabs_->widget(index)->objectName() == "Frame5") loadRouteList();
 }
 
-std::string frmEditor::paneText(Pane pane) const { return FromQt(pane_[static_cast<int>(pane)]->toPlainText()); }
+std::string frmEditor::paneText(Pane pane) const {
+    const int i = static_cast<int>(pane);
+    std::string text = FromQt(pane_[i]->toPlainText());
+    return crlf_[i] ? editor::WithCrLf(text) : text;
+}
 
 void frmEditor::setPaneText(Pane pane, const std::string& text) {
-    pane_[static_cast<int>(pane)]->setPlainText(ToQt(text));
+    const int i = static_cast<int>(pane);
+    crlf_[i] = text.empty() || text.find("\r\n") != std::string::npos;
+    pane_[i]->setPlainText(ToQt(text));
 }
 
 void frmEditor::setDocumentName(Pane pane, const std::string& path) { name_[static_cast<int>(pane)]->setText(ToQt(path)); }

@@ -8,16 +8,19 @@
 namespace ferrolund::screens {
 
 QString ToQt(const std::string& cp1252) {
-    QString out;
-    out.reserve(static_cast<qsizetype>(cp1252.size()));
-    for (unsigned char c : cp1252) out += QChar(static_cast<char16_t>(tools::UnicodeOfCp1252(c)));
+    QString out(static_cast<qsizetype>(cp1252.size()), Qt::Uninitialized);
+    QChar* to = out.data();
+    for (unsigned char c : cp1252) *to++ = QChar(static_cast<char16_t>(tools::UnicodeOfCp1252(c)));
     return out;
 }
 
 std::string FromQt(const QString& text) {
-    std::string out;
-    out.reserve(static_cast<std::size_t>(text.size()));
-    for (const QChar c : text) out += tools::Cp1252OfUnicode(c.unicode());
+    std::string out(static_cast<std::size_t>(text.size()), '\0');
+    char* to = out.data();
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        *to++ = u < 0x80 ? static_cast<char>(u) : tools::Cp1252OfUnicode(u);
+    }
     return out;
 }
 

@@ -300,6 +300,13 @@ TEST(EditorDocument, SecondPaneShowsAnotherFileWithoutTouchingTheDocument) {
     EXPECT_EQ(e.window.captions.at("mnu2bin"), "Open 2nd Window");
 }
 
+TEST(EditorDocument, LineEndsBecomeCrLf) {
+    struct Case { std::string in; std::string out; };
+    const Case cases[] = {{"a\nb\n", "a\r\nb\r\n"}, {"a\r\nb", "a\r\nb"}, {"\n", "\r\n"}, {"", ""},
+                          {"a\rb\n", "a\rb\r\n"}};
+    for (const auto& c : cases) EXPECT_EQ(WithCrLf(c.in), c.out);
+}
+
 TEST(EditorDocument, PrintingDropsTabs) {
     EXPECT_EQ(TextForPrinting("\t<a>\r\n\t\t<b/>\r\n"), "<a>\r\n<b/>\r\n");
 }

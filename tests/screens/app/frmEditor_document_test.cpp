@@ -84,6 +84,17 @@ TEST(frmEditorDocument, SaveWritesTheBinaryBackWithABackup) {
     EXPECT_TRUE(e.ui.shown.empty());
 }
 
+TEST(frmEditorDocument, PlainXmlKeepsItsLineEndsThroughThePane) {
+    for (const char* text : {"<a>\r\n\t<b/>\r\n</a>\r\n", "<a>\n<b/>\n</a>\n"}) {
+        DocumentEditor e;
+        const std::string file = e.root.write("game/x.xml", text).string();
+        e.ui.files = {file, (e.root.path() / "out.xml").string()};
+        e.window.menuAction("mnuXML")->trigger();
+        e.window.menuAction("mnuSavexml")->trigger();
+        EXPECT_EQ(e.root.read("out.xml"), text);
+    }
+}
+
 TEST(frmEditorDocument, SecondPaneOpensBesideTheFirst) {
     DocumentEditor e;
     e.open();
