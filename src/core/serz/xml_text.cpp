@@ -3,27 +3,11 @@
 #include <charconv>
 #include <cstdint>
 
+#include "tools/codepage.h"
+
 namespace ferrolund::serz {
 
 namespace {
-
-void AppendUtf8(std::string& out, std::uint32_t code) {
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | (code >> 6));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-        out += static_cast<char>(0xE0 | (code >> 12));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (code >> 18));
-        out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-}
 
 bool CharacterReference(std::string_view name, std::string& out) {
     int base = 10;
@@ -36,7 +20,7 @@ bool CharacterReference(std::string_view name, std::string& out) {
     auto r = std::from_chars(name.data(), name.data() + name.size(), code, base);
     if (name.empty() || r.ec != std::errc{} || r.ptr != name.data() + name.size()) return false;
     if (code == 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return false;
-    AppendUtf8(out, code);
+    tools::AppendUtf8(out, static_cast<char32_t>(code));
     return true;
 }
 

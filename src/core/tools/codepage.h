@@ -16,6 +16,8 @@ char32_t UnicodeOfCp1252(unsigned char byte);
 char Cp1252OfUnicode(char32_t codePoint);
 
 std::string Utf8FromCp1252(std::string_view text);
+// Appends the UTF-8 bytes of one code point.
+void AppendUtf8(std::string& out, char32_t codePoint);
 // Undecodable bytes and characters outside the code page become '?'.
 std::string Cp1252FromUtf8(std::string_view utf8);
 // UTF-16 bytes (little-endian unless a big-endian byte-order mark says otherwise);
