@@ -7,6 +7,7 @@
 #include <QMenuBar>
 
 #include "app/game_discovery.h"
+#include "app/maintenance.h"
 #include "app/menu_table.h"
 #include "app/startup.h"
 #include "screens/app/dlgLang.h"
@@ -15,6 +16,7 @@
 #include "screens/app/frmEditor.h"
 #include "screens/app/frmEmail.h"
 #include "screens/app/frmPreload.h"
+#include "screens/app/frmSDB.h"
 #include "screens/app/menu_commands.h"
 #include "screens/app/qt_text.h"
 #include "screens/app/qt_ui.h"
@@ -107,6 +109,25 @@ void RegisterOptionCommands(MenuCommands& menu) {
     menu.add("mnuEmail", [&] {
         frmEmail email(ctx, &window);
         email.exec();
+    });
+    menu.add("mnuCTF", [&ctx] { app::ClearTempFiles(ctx); });
+    menu.add("mnuSDB", [&] {
+        frmSDB dialog(ctx, [&] {
+            ctx.commandFile = ctx.gameRoot() + "\\Content\\SDBCache.bin";
+            window.document().openFromList = true;
+            editor::OpenGameFile(ctx, window.document(), window);
+        }, &window);
+        dialog.exec();
+    });
+    // Both programs are Windows programs; the simulator's folder needs neither here.
+    menu.add("mnuSP", [&ctx] {
+        ctx.ui->message("SuperPicture2.ocx is a Windows control. Ferrolund shows pictures without it here, so "
+                        "there is nothing to register.",
+                        app::Icon::Information);
+    });
+    menu.add("mnuRSBT", [&ctx] {
+        ctx.ui->message("RSBinTool is a Windows program and cannot be run here:\n" + ctx.prefs.rsBinToolPath,
+                        app::Icon::Exclamation);
     });
 }
 
