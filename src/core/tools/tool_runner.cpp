@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "tools/batch_interpreter.h"
 #include "tools/codepage.h"
 #include "tools/host_path.h"
 
@@ -87,6 +88,14 @@ long ToolRunner(app::AppContext& ctx, const std::string& command, bool pumpEvent
     if (args.empty()) {
         ctx.report(app::err::FileNotFound(command), "ToolRunner");
         return 0;
+    }
+    // Batch files are run by the built-in interpreter, in the working folder; what failed in
+    // them is reported once, as a console would have shown it.
+    if (args[0].size() > 4 && EqualsIgnoreCase(std::string_view(args[0]).substr(args[0].size() - 4), ".bat")) {
+        BatchOutcome outcome;
+        RunBatchFile(ctx, args[0], outcome);
+        ctx.report(BatchErrors(outcome), "ToolRunner");
+        return 1;
     }
     const fs::path cwd = ctx.workingFolder.empty() ? fs::path() : HostPath(ctx.workingFolder);
     std::vector<std::string> argv;
