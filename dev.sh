@@ -15,6 +15,15 @@ case "${1:-}" in
   open)
     build
     shift
+    # Without a simulator (no folder in the settings, no FERROLUND_GAME_ROOT, none found in
+    # Steam's libraries) open the sample installation, made anew when the generator changed.
+    if [ -z "$(build/bin/ferrolund-cli paths | sed -n 's/^Rail Works: //p')" ]; then
+      if [ ! -f build/sample/SampleManifest.tsv ] || [ build/bin/ferrolund-cli -nt build/sample/SampleManifest.tsv ]; then
+        rm -rf build/sample
+        build/bin/ferrolund-cli make-sample build/sample
+      fi
+      export FERROLUND_GAME_ROOT="$PWD/build/sample"
+    fi
     exec build/bin/ferrolund "$@"
     ;;
   test)
