@@ -8,6 +8,7 @@
 
 #include "app/game_discovery.h"
 #include "app/maintenance.h"
+#include "routes/route_indexer.h"
 #include "app/menu_table.h"
 #include "app/startup.h"
 #include "screens/app/dlgLang.h"
@@ -111,6 +112,7 @@ void RegisterOptionCommands(MenuCommands& menu) {
         email.exec();
     });
     menu.add("mnuCTF", [&ctx] { app::ClearTempFiles(ctx); });
+    menu.add("mnuIRP", [&ctx] { routes::IndexRouteProperties(ctx); });
     menu.add("mnuSDB", [&] {
         frmSDB dialog(ctx, [&] {
             ctx.commandFile = ctx.gameRoot() + "\\Content\\SDBCache.bin";

@@ -72,5 +72,17 @@ TEST(frmSDB, WindowsOnlyToolsSaySo) {
     EXPECT_NE(f.ui.shown[1].text.find("cannot be run here"), std::string::npos);
 }
 
+TEST(frmEditorRoutes, IndexRoutePropertiesFromTheMenu) {
+    testing::ScreenFixture f;
+    f.root.write("game/Content/Routes/r1/RouteProperties.xml", "<English>Nordbahn</English>");
+    f.ctx.prefs.gameRoot = (f.root.path() / "game").string();
+    QtUi qtUi;
+    frmEditor window(f.ctx, qtUi);
+    ASSERT_TRUE(window.menuAction("mnuIRP")->isEnabled());
+    window.menuAction("mnuIRP")->trigger();
+    EXPECT_EQ(f.root.read("IndexFiles/RouteIndex.csv"), "Nordbahn,r1,0\r\n\r\n");
+    EXPECT_TRUE(f.ctx.prefs.routesIndexed);
+}
+
 }  // namespace
 }  // namespace ferrolund::screens

@@ -1,0 +1,47 @@
+#pragma once
+// Building the route index: the display name of every route under Content\Routes, read
+// from its RouteProperties.xml, written to IndexFiles\RouteIndex.csv and loaded again.
+// The commands that do this differ in a few rules; those are the parameters below.
+
+#include <string>
+#include <vector>
+
+#include "app/app_context.h"
+#include "routes/route_index.h"
+
+namespace ferrolund::routes {
+
+struct RouteIndexRule {
+    // The language elements tried for the name, in order; each search starts afresh.
+    std::vector<std::string> languages;
+    // A route whose name stays empty gets no row; otherwise it gets one with an empty name.
+    bool skipNameless = true;
+    // A row longer than 240 characters with the routes folder's path is cut, losing the
+    // end of its folder name; the slot number is added behind the cut.
+    bool cutAt240 = true;
+    // Loaded again with the first row in the second place, the first left empty.
+    bool firstSlotEmpty = true;
+};
+
+// "Index Route Properties": eight languages, nameless routes skipped, the cut, the
+// empty first place.
+extern const RouteIndexRule kIndexRouteProperties;
+// After extracting the properties from the archives: three languages, nameless routes
+// kept, no cut, the first row in the first place.
+extern const RouteIndexRule kExtractedRouteProperties;
+
+// The sub-folders of GameRoot\Content\Routes in listing order (names compared without
+// regard to case, as the simulator's own file system lists them).
+std::vector<std::string> ListRouteFolders(const std::string& gameRoot);
+
+// The text of RouteIndex.csv: one row a route, CR LF after each, one more CR LF at the end.
+std::string BuildRouteIndexText(const std::string& gameRoot, const RouteIndexRule& rule);
+
+// Loads the file's rows as the rule places them, into arrays of `arraySize` places at most.
+RouteIndex ReloadRouteIndex(const std::string& fileText, const RouteIndexRule& rule, std::size_t arraySize);
+
+// The command: rebuilds the file, reloads RouteIndex, tells the user, and sets the
+// setting that stops the first-use notice.
+void IndexRouteProperties(app::AppContext& ctx);
+
+}  // namespace ferrolund::routes
