@@ -1,5 +1,6 @@
 #include "generator/make_sample.h"
 
+#include <charconv>
 #include <exception>
 #include <fstream>
 
@@ -30,6 +31,13 @@ Failure Make(const std::filesystem::path& folder, const SampleOptions& options, 
 }
 
 }  // namespace
+
+bool ParseCount(const std::string& text, int& value) {
+    if (text.empty() || text[0] < '0' || text[0] > '9') return false;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end;
+}
 
 Failure MakeSample(const std::filesystem::path& folder, const SampleOptions& options, SampleResult& result,
                    const SourceSet& sources) {

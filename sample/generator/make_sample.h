@@ -34,6 +34,9 @@ struct SampleResult {
     std::vector<CompiledFile> compiled;  // filled with keepXml
 };
 
+// A count as the options and the plan give it: decimal digits only, 0 or more.
+bool ParseCount(const std::string& text, int& value);
+
 // Writes the sample into `folder`, which must be missing or empty. A broken source gives
 // a message naming the source file and line; nothing throws.
 Failure MakeSample(const std::filesystem::path& folder, const SampleOptions& options, SampleResult& result,

@@ -26,11 +26,6 @@ std::vector<std::string> SplitTabs(std::string_view line) {
     return fields;
 }
 
-bool ParseCount(const std::string& text, int& value) {
-    int read = 0;
-    return std::sscanf(text.c_str(), "%d%n", &value, &read) == 1 && read == static_cast<int>(text.size()) && value >= 0;
-}
-
 // The text between <Tag d:type="cDeltaString"> and its close on one line, unescaped.
 bool StringValue(std::string_view line, std::string_view tag, std::string& value) {
     const std::string open = "<" + std::string(tag) + " d:type=\"cDeltaString\">";
@@ -81,15 +76,9 @@ PlanRunner::PlanRunner(const SourceSet& sources, SampleWriter& writer, const Sam
 Failure PlanRunner::Run() {
     const auto plan = sources_.find(kPlanName);
     if (plan == sources_.end()) return std::string("the sample's sources hold no ") + kPlanName;
-    const std::string& text = plan->second;
     int lineNumber = 0;
-    for (std::size_t start = 0; start < text.size();) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        std::string_view line(text.data() + start, end - start);
-        start = end + 1;
+    for (const std::string_view line : Lines(plan->second)) {
         ++lineNumber;
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         if (line.empty() || line.front() == '#') continue;
         if (auto failure = Line(SplitTabs(line)))
             return "sample source " + std::string(kPlanName) + ", line " + std::to_string(lineNumber) + ": " +
@@ -265,13 +254,7 @@ Failure PlanRunner::Tiles(const std::string& route, int count, const Vars& given
 
 void PlanRunner::Scan(const std::string& target, const std::string& text) {
     const std::string usedBy = writer_.InArchive() ? target + " (in an archive)" : target;
-    std::vector<std::string_view> lines;
-    for (std::size_t start = 0; start < text.size();) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        lines.emplace_back(text.data() + start, end - start);
-        start = end + 1;
-    }
+    const std::vector<std::string_view> lines = Lines(text);
     Reference ref;
     for (std::size_t i = 0; i + 4 < lines.size(); ++i) {
         if (!StringValue(lines[i], "Provider", ref.provider) || ref.provider.empty() ||

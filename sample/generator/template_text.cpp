@@ -82,6 +82,19 @@ std::uint64_t Hash64(std::string_view text, std::uint64_t basis) {
     return h;
 }
 
+std::vector<std::string_view> Lines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    for (std::size_t start = 0; start < text.size();) {
+        std::size_t end = text.find('\n', start);
+        if (end == std::string_view::npos) end = text.size();
+        std::string_view line = text.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        lines.push_back(line);
+        start = end + 1;
+    }
+    return lines;
+}
+
 std::string MadeUpBytes(std::size_t size, std::uint64_t seed) {
     std::string bytes(size, '\0');
     std::uint64_t state = seed;
@@ -120,14 +133,8 @@ Failure Expander::ExpandInto(const std::string& sourceName, const Vars& vars, co
     const std::string& text = found->second;
     std::string filled;
     int lineNumber = 0;
-    for (std::size_t start = 0; start < text.size();) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        std::string_view line(text.data() + start, end - start);
-        start = end + 1;
+    for (const std::string_view line : Lines(text)) {
         ++lineNumber;
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-
         const std::size_t lead = line.find_first_not_of('\t');
         const std::string_view body = lead == std::string_view::npos ? std::string_view() : line.substr(lead);
         if (body.starts_with("{{@") && body.ends_with("}}")) {

@@ -44,6 +44,8 @@ std::string GuidText(std::uint64_t u0, std::uint64_t u1);
 bool ParseGuid(std::string_view text, std::uint64_t& u0, std::uint64_t& u1);
 // A 64-bit FNV-1a hash; the generator's one source of made-up numbers.
 std::uint64_t Hash64(std::string_view text, std::uint64_t basis = 0xcbf29ce484222325ULL);
+// The lines of a text, without their LF or CR LF ends.
+std::vector<std::string_view> Lines(std::string_view text);
 // `size` bytes of made-up content that depend only on `seed`.
 std::string MadeUpBytes(std::size_t size, std::uint64_t seed);
 

@@ -8,16 +8,6 @@
 
 namespace ferrolund::cli {
 
-namespace {
-
-bool ParseCount(const std::string& text, int& value) {
-    int read = 0;
-    return std::sscanf(text.c_str(), "%d%n", &value, &read) == 1 && read == static_cast<int>(text.size()) &&
-           value >= 0;
-}
-
-}  // namespace
-
 int MakeSampleVerb(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::string folder;
     sample::SampleOptions options;
@@ -25,7 +15,7 @@ int MakeSampleVerb(const std::vector<std::string>& args, std::ostream& out, std:
         const std::string& a = args[i];
         if (a == "--tiles" || a == "--assets") {
             int& count = a == "--tiles" ? options.tiles : options.assets;
-            if (i + 1 >= args.size() || !ParseCount(args[i + 1], count)) {
+            if (i + 1 >= args.size() || !sample::ParseCount(args[i + 1], count)) {
                 err << "ferrolund-cli make-sample: " << a << " needs a count\n";
                 return 2;
             }

@@ -33,6 +33,17 @@ TEST(SampleGuid, TextAndHalvesAgreeWithTheGame) {
         EXPECT_FALSE(ParseGuid(bad, u0, u1)) << bad;
 }
 
+TEST(SampleCount, OnlyPlainDigits) {
+    struct Case { const char* text; bool ok; int value; };
+    const Case cases[] = {{"12", true, 12}, {"0", true, 0}, {"007", true, 7}, {"", false, 0},
+                          {"-3", false, 0}, {"+3", false, 0}, {"3x", false, 0}, {" 3", false, 0}, {"99999999999", false, 0}};
+    for (const Case& c : cases) {
+        int value = -1;
+        EXPECT_EQ(ParseCount(c.text, value), c.ok) << c.text;
+        EXPECT_EQ(c.ok ? value : 0, c.value) << c.text;
+    }
+}
+
 TEST(SampleMd5, KnownDigests) {
     struct Case { std::string input; const char* hex; };
     const Case cases[] = {
