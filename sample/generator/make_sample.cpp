@@ -49,7 +49,11 @@ Failure MakeSample(const std::filesystem::path& folder, const SampleOptions& opt
 }
 
 Failure MakeSample(const std::filesystem::path& folder, const SampleOptions& options, SampleResult& result) {
-    return MakeSample(folder, options, result, EmbeddedSources());
+    try {
+        return Make(folder, options, result, EmbeddedSources());
+    } catch (const std::exception& e) {
+        return std::string("the sample could not be made: ") + e.what();
+    }
 }
 
 }  // namespace ferrolund::sample
