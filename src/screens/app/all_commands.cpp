@@ -3,9 +3,12 @@
 
 namespace ferrolund::screens {
 
+void RegisterEditorToolCommands(MenuCommands& menu);  // screens/editor/editor_tool_commands.cpp
+
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
     RegisterDocumentCommands(menu);
+    RegisterEditorToolCommands(menu);
 }
 
 }  // namespace ferrolund::screens

@@ -1,0 +1,106 @@
+#include "screens/editor/SearchBoxes.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTextBlock>
+
+#include "screens/app/qt_text.h"
+
+namespace ferrolund::screens {
+
+std::string PaneSearch::text() const { return FromQt(pane_->toPlainText()); }
+
+long PaneSearch::selStart() const { return pane_->textCursor().selectionStart(); }
+
+void PaneSearch::setSelStart(long position) {
+    QTextCursor cursor = pane_->textCursor();
+    const int end = pane_->document()->characterCount() - 1;
+    cursor.setPosition(static_cast<int>(std::clamp<long>(position, 0, end)));
+    pane_->setTextCursor(cursor);
+}
+
+long PaneSearch::find(std::string_view what, long start, bool wholeWord) {
+    const long hit = editor::FindInText(text(), what, start, wholeWord);
+    if (hit < 0) return hit;
+    QTextCursor cursor = pane_->textCursor();
+    cursor.setPosition(static_cast<int>(hit));
+    cursor.setPosition(static_cast<int>(hit + static_cast<long>(what.size())), QTextCursor::KeepAnchor);
+    pane_->setTextCursor(cursor);
+    pane_->ensureCursorVisible();
+    return hit;
+}
+
+void PaneSearch::replaceSelection(std::string_view text) {
+    QTextCursor cursor = pane_->textCursor();
+    cursor.insertText(ToQt(std::string(text)));
+    pane_->setTextCursor(cursor);
+}
+
+void PaneSearch::replaceText(const std::string& text) {
+    QTextCursor cursor(pane_->document());
+    cursor.beginEditBlock();
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(ToQt(text));
+    cursor.endEditBlock();
+}
+
+SearchBoxes::SearchBoxes(app::AppContext& ctx, QPlainTextEdit* pane, QWidget* parent)
+    : QWidget(parent), ctx_(ctx), pane_(pane) {
+    text2_ = new QLineEdit(this);
+    text2_->setObjectName("Text2");
+    text3_ = new QLineEdit(this);
+    text3_->setObjectName("Text3");
+    check1_ = new QCheckBox(ToQt(ctx_.langText(308, "Whole Word only")), this);
+    check1_->setObjectName("Check1");
+
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(new QLabel("Search For:-", this), 0, 0);
+    grid->addWidget(text2_, 0, 1, 1, 3);
+    grid->addWidget(new QLabel("Replace With:-", this), 1, 0);
+    grid->addWidget(text3_, 1, 1, 1, 3);
+    grid->addWidget(check1_, 2, 1, 1, 3);
+    grid->addWidget(addButton("Command4", 11, "&Find"), 3, 0);
+    grid->addWidget(addButton("Command2", 304, "Find &Next"), 3, 1);
+    grid->addWidget(addButton("Command5", 305, "Replace"), 3, 2);
+    grid->addWidget(addButton("Command6", 306, "Replace All"), 3, 3);
+    grid->addWidget(addButton("Command1", 307, "Clear All"), 4, 0);
+    grid->setColumnStretch(1, 1);
+
+    connect(findChild<QPushButton*>("Command4"), &QPushButton::clicked, this, &SearchBoxes::find);
+    connect(findChild<QPushButton*>("Command2"), &QPushButton::clicked, this, &SearchBoxes::findNext);
+    connect(findChild<QPushButton*>("Command5"), &QPushButton::clicked, this, &SearchBoxes::replace);
+    connect(findChild<QPushButton*>("Command6"), &QPushButton::clicked, this, &SearchBoxes::replaceAll);
+    connect(findChild<QPushButton*>("Command1"), &QPushButton::clicked, this, &SearchBoxes::clearAll);
+    connect(text2_, &QLineEdit::returnPressed, this, &SearchBoxes::findNext);
+}
+
+QPushButton* SearchBoxes::addButton(const char* name, int langIndex, const char* fallback) {
+    auto* button = new QPushButton(ToQt(ctx_.langText(langIndex, fallback)), this);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+void SearchBoxes::find() { search_.find(pane_, FromQt(text2_->text()), check1_->isChecked()); }
+
+void SearchBoxes::findNext() { search_.findNext(pane_, FromQt(text2_->text()), check1_->isChecked()); }
+
+void SearchBoxes::replace() { search_.replace(pane_, FromQt(text3_->text())); }
+
+void SearchBoxes::replaceAll() {
+    ctx_.ui->busy(true);
+    search_.replaceAll(pane_, FromQt(text2_->text()), FromQt(text3_->text()));
+    ctx_.ui->busy(false);
+}
+
+void SearchBoxes::clearAll() {
+    text2_->clear();
+    text3_->clear();
+}
+
+}  // namespace ferrolund::screens
