@@ -15,13 +15,13 @@ constexpr int kEntitiesPerTile = 4;
 constexpr int kItemsPerSet = 1000;
 const char* const kCategories[] = {"eFoliageLarge", "eHouses", "eIndustrial", "eFences", "eSignage"};
 
-std::vector<std::string> SplitTabs(std::string_view line) {
-    std::vector<std::string> fields;
+std::vector<std::string_view> SplitOn(std::string_view line, char separator) {
+    std::vector<std::string_view> fields;
     for (std::size_t start = 0;;) {
-        const std::size_t tab = line.find('\t', start);
-        fields.emplace_back(line.substr(start, tab == std::string_view::npos ? std::string_view::npos : tab - start));
-        if (tab == std::string_view::npos) break;
-        start = tab + 1;
+        const std::size_t at = line.find(separator, start);
+        fields.push_back(line.substr(start, at == std::string_view::npos ? std::string_view::npos : at - start));
+        if (at == std::string_view::npos) break;
+        start = at + 1;
     }
     return fields;
 }
@@ -80,7 +80,8 @@ Failure PlanRunner::Run() {
     for (const std::string_view line : Lines(plan->second)) {
         ++lineNumber;
         if (line.empty() || line.front() == '#') continue;
-        if (auto failure = Line(SplitTabs(line)))
+        const auto fields = SplitOn(line, '\t');
+        if (auto failure = Line(std::vector<std::string>(fields.begin(), fields.end())))
             return "sample source " + std::string(kPlanName) + ", line " + std::to_string(lineNumber) + ": " +
                    *failure;
     }
@@ -210,7 +211,11 @@ Failure PlanRunner::Bytes(const std::string& target, const std::string& sizeText
 }
 
 Failure PlanRunner::Assets(const std::string& folder, int count) {
+    const std::vector<std::string_view> parts = SplitOn(folder, '\\');
+    if (parts.size() != 3 || parts[0] != "Assets") return "generated assets go to Assets\\PROVIDER\\PRODUCT, not " + folder;
     assetFolder_ = folder;
+    assetProvider_ = parts[1];
+    assetProduct_ = parts[2];
     assetCount_ = count;
     for (int i = 0; i < count; ++i) {
         Vars vars = globals_;
@@ -230,13 +235,12 @@ Failure PlanRunner::Tiles(const std::string& route, int count, const Vars& given
     tileCount_ += count;
     int side = 1;
     while (side * side < count) ++side;
-    const std::size_t product = assetFolder_.find('\\', assetFolder_.find('\\') + 1);
     for (int k = 0; k < count; ++k) {
         // The generated tiles lie east of the hand-made ones, on a square.
         const int x = 10 + k % side, z = k / side - side / 2;
         Vars vars = given;
-        vars["provider"] = assetFolder_.substr(assetFolder_.find('\\') + 1, product - assetFolder_.find('\\') - 1);
-        vars["product"] = assetFolder_.substr(product + 1);
+        vars["provider"] = assetProvider_;
+        vars["product"] = assetProduct_;
         for (int j = 0; j < kEntitiesPerTile; ++j) {
             const std::string n = std::to_string(j);
             const int item = (k * kEntitiesPerTile + j) % assetCount_;

@@ -55,7 +55,7 @@ private:
     SampleResult& result_;
     Vars globals_;
     std::string lastTarget_, lastBytes_;
-    std::string assetFolder_;
+    std::string assetFolder_, assetProvider_, assetProduct_;
     int assetCount_ = 0;
     int tileCount_ = 0;
     std::vector<Reference> references_;
