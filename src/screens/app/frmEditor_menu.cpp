@@ -112,6 +112,9 @@ void RegisterOptionCommands(MenuCommands& menu) {
         email.exec();
     });
     menu.add("mnuCTF", [&ctx] { app::ClearTempFiles(ctx); });
+    menu.add("mnuReadWrite", [&ctx] { app::MakeReadWrite(ctx, ctx.gameRoot()); });
+    menu.add("mnuSelRW", [&ctx] { app::MakeSelectedFolderReadWrite(ctx); });
+    menu.add("mnuBackup", [&ctx] { app::FullBackup(ctx); });
     menu.add("mnuIRP", [&ctx] { routes::IndexRouteProperties(ctx); });
     menu.add("mnuSDB", [&] {
         frmSDB dialog(ctx, [&] {

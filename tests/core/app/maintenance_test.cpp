@@ -86,6 +86,48 @@ TEST(Maintenance, BackupWithoutAPathSaysWhatToDo) {
     EXPECT_FALSE(fs::exists(f.root.path() / "app/TempFiles/do_clone.bat"));
 }
 
+TEST(Maintenance, ReadOnlyFilesBecomeWritable) {
+    Fixture f;
+    const auto locked = f.root.write("game/Assets/K/P/Unpacked/a.bin", "x");
+    const auto other = f.root.write("game/Content/Routes/r/b.bin", "y");
+    for (const auto& file : {locked, other}) fs::permissions(file, fs::perms::owner_read);
+    MakeReadWrite(f.ctx, f.ctx.gameRoot());
+    for (const auto& file : {locked, other}) {
+        EXPECT_NE(fs::status(file).permissions() & fs::perms::owner_write, fs::perms::none) << file;
+    }
+    EXPECT_EQ(f.root.read("app/TempFiles/do_read.bat"), ReadWriteBatch(f.ctx.gameRoot()) + "\r\n");
+    EXPECT_EQ(f.ui.texts().back(), "All files are now Read/Write");
+    EXPECT_EQ(f.ui.shown.size(), 1u) << f.ui.shown[0].text;
+}
+
+TEST(Maintenance, SelectedFolderOnly) {
+    Fixture f;
+    const auto inside = f.root.write("game/Assets/K/P/a.bin", "x");
+    const auto outside = f.root.write("game/Content/b.bin", "y");
+    for (const auto& file : {inside, outside}) fs::permissions(file, fs::perms::owner_read);
+    f.ui.folders.push_back(f.ctx.gameRoot() + "\\Assets");
+    MakeSelectedFolderReadWrite(f.ctx);
+    EXPECT_NE(fs::status(inside).permissions() & fs::perms::owner_write, fs::perms::none);
+    EXPECT_EQ(fs::status(outside).permissions() & fs::perms::owner_write, fs::perms::none);
+}
+
+TEST(Maintenance, FullBackupCopiesRootAssetsContentAndSource) {
+    Fixture f;
+    f.root.write("game/RailWorks.exe", "exe");
+    f.root.write("game/Assets/K/P/a.bin", "a");
+    f.root.write("game/Content/Routes/r/RouteProperties.xml", "r");
+    f.root.write("game/Source/K/P/s.xml", "s");
+    f.ctx.prefs.backupPath = f.root.system() + "/backups";
+    FullBackup(f.ctx);
+    const std::string folder = f.ctx.prefs.backupPath + "\\Ferrolund_Backup";
+    EXPECT_EQ(f.root.read("backups/Ferrolund_Backup/RailWorks.exe"), "exe");
+    EXPECT_EQ(f.root.read("backups/Ferrolund_Backup/Assets/K/P/a.bin"), "a");
+    EXPECT_EQ(f.root.read("backups/Ferrolund_Backup/Content/Routes/r/RouteProperties.xml"), "r");
+    EXPECT_EQ(f.root.read("backups/Ferrolund_Backup/Source/K/P/s.xml"), "s");
+    ASSERT_EQ(f.ui.shown.size(), 1u) << f.ui.shown[0].text;
+    EXPECT_EQ(f.ui.shown[0].text, "TrainSimulator 2020 Assets,Contents,Source and Root folders have been copied to\n" + folder);
+}
+
 TEST(Maintenance, SelectedFolderCancelledDoesNothing) {
     Fixture f;
     MakeSelectedFolderReadWrite(f.ctx);
