@@ -58,10 +58,12 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
         const char* form = routesWithProperties.count(route)  ? "loose"
                            : routesWithArchive.count(route) ? "archive"
                                                             : "no-properties";
-        out += "route\t" + route + "\t" + form + "\n";
+        const auto name = plan.RouteNames().find(route);
+        out += "route\t" + route + "\t" + form + "\t" + (name == plan.RouteNames().end() ? "" : name->second) + "\n";
     }
-    for (const auto& [folder, scenarioClass] : plan.ScenarioClasses())
-        out += "scenario\t" + RouteOf(folder) + "\t" + folder.substr(folder.rfind('\\') + 1) + "\t" + scenarioClass + "\n";
+    for (const auto& [folder, scenario] : plan.Scenarios())
+        out += "scenario\t" + RouteOf(folder) + "\t" + folder.substr(folder.rfind('\\') + 1) + "\t" + scenario.kind +
+               "\t" + scenario.name + "\n";
     for (const Reference& ref : plan.References()) {
         std::string path = "Assets\\" + ref.provider + "\\" + ref.product + "\\" + ref.blueprintId;
         if (Lower(path).ends_with("xml")) path = path.substr(0, path.size() - 3) + "bin";

@@ -4,8 +4,9 @@
 //   sample     version  TILES  ASSETS    the generated tiles and blueprints
 //   file       PATH  SIZE  CRC32          every loose file but the manifest itself
 //   member     ARCHIVE  NAME  SIZE  CRC32 every file inside an .ap
-//   route      FOLDER  FORM               loose, archive (MainContent.ap only) or no-properties
-//   scenario   ROUTE  FOLDER  CLASS
+//   route      FOLDER  FORM  NAME         FORM: loose, archive (MainContent.ap only) or
+//                                         no-properties; NAME: the first language with a text
+//   scenario   ROUTE  FOLDER  CLASS  NAME
 //   reference  STATE  PROVIDER  PRODUCT  BLUEPRINTID  USED-BY
 // A reference's STATE is present (the loose file exists as written), case (it exists
 // only when letter case is ignored), archived (only inside an .ap) or missing.

@@ -55,6 +55,18 @@ bool StringValue(std::string_view line, std::string_view tag, std::string& value
     return true;
 }
 
+// The first language of a display name that has a text, in the order the route index
+// tries them.
+std::string FirstName(const std::vector<std::string_view>& lines) {
+    for (const char* language : {"English", "French", "German", "Italian", "Spanish", "Dutch", "Polish", "Russian"}) {
+        std::string name;
+        for (const auto line : lines)
+            if (StringValue(line, language, name)) break;
+        if (!name.empty()) return name;
+    }
+    return {};
+}
+
 std::string SixDigits(int value) {
     char text[16];
     std::snprintf(text, sizeof text, "%c%06d", value < 0 ? '-' : '+', value < 0 ? -value : value);
@@ -271,11 +283,14 @@ void PlanRunner::Scan(const std::string& target, const std::string& text) {
             references_.push_back(ref);
         }
     }
+    const std::string folder = target.substr(0, target.rfind('\\'));
     if (target.ends_with("\\ScenarioProperties.xml")) {
-        std::string scenarioClass;
+        Described& scenario = scenarios_[folder];
         for (const auto line : lines)
-            if (StringValue(line, "ScenarioClass", scenarioClass)) break;
-        scenarioClasses_[target.substr(0, target.rfind('\\'))] = scenarioClass;
+            if (StringValue(line, "ScenarioClass", scenario.kind)) break;
+        scenario.name = FirstName(lines);
+    } else if (target.ends_with("\\RouteProperties.xml") && target.starts_with("Content\\Routes\\")) {
+        routeNames_[folder.substr(folder.rfind('\\') + 1)] = FirstName(lines);
     }
 }
 

@@ -34,8 +34,14 @@ public:
     Failure Run();
 
     const std::vector<Reference>& References() const { return references_; }
-    // Scenario folder (system path) to its ScenarioClass.
-    const std::map<std::string, std::string>& ScenarioClasses() const { return scenarioClasses_; }
+    struct Described {
+        std::string kind;  // a scenario's ScenarioClass
+        std::string name;  // the first language that has a text, entities resolved
+    };
+    // Scenario folder (system path) to its class and name.
+    const std::map<std::string, Described>& Scenarios() const { return scenarios_; }
+    // Route folder name to its name, as its RouteProperties.xml gives it.
+    const std::map<std::string, std::string>& RouteNames() const { return routeNames_; }
     int AssetCount() const { return assetCount_; }
     int TileCount() const { return tileCount_; }
 
@@ -60,7 +66,8 @@ private:
     int tileCount_ = 0;
     std::vector<Reference> references_;
     std::map<std::string, std::size_t> referenceIndex_;
-    std::map<std::string, std::string> scenarioClasses_;
+    std::map<std::string, Described> scenarios_;
+    std::map<std::string, std::string> routeNames_;
 };
 
 }  // namespace ferrolund::sample

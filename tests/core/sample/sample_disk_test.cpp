@@ -96,5 +96,40 @@ TEST(Sample, ReferenceStatesHoldOnTheDisk) {
     for (const char* state : {"present", "case", "archived", "missing"}) EXPECT_GT(states[state], 0) << state;
 }
 
+TEST(Sample, RoutesAndScenariosAreAsListed) {
+    SampleMade();
+    std::map<std::string, std::string> forms;
+    std::size_t scenarios = 0;
+    for (const ManifestLine& line : ManifestLines(SampleRoot())) {
+        const auto& f = line.fields;
+        if (f[0] == "route") {
+            ASSERT_GE(f.size(), 3u);
+            forms[f[2]] += f[2] == "no-properties" ? "" : "x";
+            const fs::path folder = OnDisk(SampleRoot(), "Content\\Routes\\" + f[1]);
+            const bool properties = fs::exists(folder / "RouteProperties.xml");
+            const bool archive = fs::exists(folder / "MainContent.ap");
+            EXPECT_EQ(properties, f[2] == "loose") << f[1];
+            EXPECT_EQ(archive && !properties, f[2] == "archive") << f[1];
+            std::string text = properties ? ReadBytes(folder / "RouteProperties.xml") : std::string();
+            if (archive) text = ArchiveMembers(folder / "MainContent.ap")["RouteProperties.xml"];
+            if (f[2] != "no-properties") {
+                ASSERT_EQ(f.size(), 4u);
+                std::string escaped;
+                for (const char c : f[3]) escaped += c == '&' ? std::string("&amp;") : std::string(1, c);
+                EXPECT_NE(text.find(">" + escaped + "<"), std::string::npos) << f[3];
+            }
+        } else if (f[0] == "scenario") {
+            ASSERT_EQ(f.size(), 5u);
+            ++scenarios;
+            const std::string text = ReadBytes(
+                OnDisk(SampleRoot(), "Content\\Routes\\" + f[1] + "\\Scenarios\\" + f[2] + "\\ScenarioProperties.xml"));
+            EXPECT_NE(text.find(">" + f[3] + "</ScenarioClass>"), std::string::npos) << f[2];
+            EXPECT_NE(text.find("<English d:type=\"cDeltaString\">" + f[4] + "<"), std::string::npos) << f[2];
+        }
+    }
+    EXPECT_EQ(forms, (std::map<std::string, std::string>{{"loose", "xx"}, {"archive", "x"}, {"no-properties", ""}}));
+    EXPECT_GE(scenarios, 6u);
+}
+
 }  // namespace
 }  // namespace ferrolund::sample
