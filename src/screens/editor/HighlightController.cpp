@@ -85,8 +85,8 @@ void HighlightController::colourPane(PaneColours& colours) {
         return;
     }
     ctx_.ui->busy(true);
-    colours.highlighter = std::make_unique<XmlHighlighter>(pane->document());
-    colours.highlighter->rehighlight();
+    colours.highlighter = std::make_unique<XmlHighlighter>(pane);
+    colours.highlighter->colourAll();
     QTextCursor cursor = pane->textCursor();
     cursor.setPosition(1);
     pane->setTextCursor(cursor);

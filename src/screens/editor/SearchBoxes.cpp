@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -64,11 +65,14 @@ SearchBoxes::SearchBoxes(app::AppContext& ctx, QPlainTextEdit* pane, QWidget* pa
     grid->addWidget(new QLabel("Replace With:-", this), 1, 0);
     grid->addWidget(text3_, 1, 1, 1, 3);
     grid->addWidget(check1_, 2, 1, 1, 3);
-    grid->addWidget(addButton("Command4", 11, "&Find"), 3, 0);
-    grid->addWidget(addButton("Command2", 304, "Find &Next"), 3, 1);
-    grid->addWidget(addButton("Command5", 305, "Replace"), 3, 2);
-    grid->addWidget(addButton("Command6", 306, "Replace All"), 3, 3);
-    grid->addWidget(addButton("Command1", 307, "Clear All"), 4, 0);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(addButton("Command4", 11, "&Find"));
+    buttons->addWidget(addButton("Command2", 304, "Find &Next"));
+    buttons->addWidget(addButton("Command5", 305, "Replace"));
+    buttons->addWidget(addButton("Command6", 306, "Replace All"));
+    buttons->addStretch(1);
+    buttons->addWidget(addButton("Command1", 307, "Clear All"));
+    grid->addLayout(buttons, 3, 0, 1, 4);
     grid->setColumnStretch(1, 1);
 
     connect(findChild<QPushButton*>("Command4"), &QPushButton::clicked, this, &SearchBoxes::find);

@@ -73,6 +73,7 @@ dlgGUID::dlgGUID(QWidget* parent) : QDialog(parent) {
     text1_->setReadOnly(true);
     text1_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     text1_->setPlainText(ToQt(editor::NewGuidAndDeltaId()));
+    text1_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     text1_->setFixedHeight(text1_->fontMetrics().lineSpacing() * 3 + 12);
     text1_->selectAll();
     QPushButton* close = Button(this, "Command1", "&Close");

@@ -84,6 +84,7 @@ QWidget* frmFolder5::buildCommandSide() {
     QFont font("Courier New");
     font.setStyleHint(QFont::Monospace);
     richTextBox1_->setFont(font);
+    richTextBox1_->setTabStopDistance(QFontMetricsF(font).horizontalAdvance(' ') * 4);
     boxes_ = new SearchBoxes(ctx_, richTextBox1_, side);
 
     auto addCommand = [&](const char* name, const char* caption) {

@@ -89,6 +89,25 @@ TEST(HighlightController, TypingInAColouredPaneColoursTheNewText) {
     EXPECT_EQ(Highlight::ColourAt(h.pane, 13), kValue);
 }
 
+TEST(HighlightController, LinesScrolledIntoViewOfALongDocumentAreColoured) {
+    Highlight h;
+    QString text;
+    for (int i = 0; i < 5000; ++i) text += QString("<Line n=\"%1\">text</Line>\n").arg(i);
+    h.pane->setPlainText(text);
+    h.button->click();
+    EXPECT_EQ(Highlight::ColourAt(h.pane, 0), kTag);
+    const QTextBlock last = h.pane->document()->findBlockByNumber(4999);
+    h.pane->setTextCursor(QTextCursor(last));
+    h.pane->ensureCursorVisible();
+    QApplication::processEvents();
+    EXPECT_EQ(Highlight::ColourAt(h.pane, last.position()), kTag);
+    EXPECT_EQ(Highlight::ColourAt(h.pane, last.position() + 6), kName);
+    // Typing far down a coloured document colours what is typed.
+    QTextCursor cursor(last);
+    cursor.insertText("<!-- note -->");
+    EXPECT_EQ(Highlight::ColourAt(h.pane, last.position()), kComment);
+}
+
 TEST(HighlightController, GeometryAndTextureFilesAreRefused) {
     for (const char* name : {"C:\\a\\Box.GeoPcDx", "C:\\a\\box.geopcdx", "C:\\a\\Box.TgPcDx"}) {
         Highlight h;
