@@ -4,11 +4,13 @@
 namespace ferrolund::screens {
 
 void RegisterEditorToolCommands(MenuCommands& menu);  // screens/editor/editor_tool_commands.cpp
+void RegisterArchiveCommands(MenuCommands& menu);     // screens/archives/archive_commands.cpp
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
     RegisterDocumentCommands(menu);
     RegisterEditorToolCommands(menu);
+    RegisterArchiveCommands(menu);
 }
 
 }  // namespace ferrolund::screens
