@@ -2,6 +2,7 @@
 
 #include "app/startup.h"
 #include "routes/route_index.h"
+#include "services/report_table.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
 
@@ -13,6 +14,19 @@ std::vector<RouteRow> LoadRouteList(const app::AppContext& ctx) {
     std::vector<RouteRow> rows;
     for (int i = 0; i < index.count(); ++i) rows.push_back({index.routeName[i], index.routeFolder[i], index.routeSlot[i]});
     return rows;
+}
+
+void SaveRouteList(app::AppContext& ctx, const std::vector<RouteRow>& rows, const std::vector<std::string>& headings) {
+    ctx.currentRoutine = "Command11_Click";
+    if (!ctx.ui) return;
+    const std::string reports = ctx.appPath("Reports");
+    tools::CreatePath(reports);
+    const auto chosen = ctx.ui->chooseSaveFile("Save List as File",
+                                               "Comma Separated (*.csv)|*.csv|Excel file (*.xls)|*.xls", reports);
+    if (!chosen || chosen->empty()) return;
+    services::ReportTable table{headings, {}};
+    for (const auto& row : rows) table.rows.push_back({row.name, row.folder, row.slot});
+    ctx.report(services::SaveReportTable(*chosen, table), "frmEditor");
 }
 
 std::string ListDispatchCommandFor(const std::string& file) {

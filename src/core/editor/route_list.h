@@ -18,6 +18,10 @@ struct RouteRow {
 // "Load List": the rows of IndexFiles\RouteIndex.csv; none when the file is missing.
 std::vector<RouteRow> LoadRouteList(const app::AppContext& ctx);
 
+// "Save list as .CSV": asks for a name in AppRoot\Reports (made if missing) and saves the
+// rows, headed by `headings`, as comma text or as an Excel file by the name's end.
+void SaveRouteList(app::AppContext& ctx, const std::vector<RouteRow>& rows, const std::vector<std::string>& headings);
+
 // The menu command that opens a file of this name from the list, by its ending
 // (compared without case); empty for none.
 std::string ListDispatchCommandFor(const std::string& file);

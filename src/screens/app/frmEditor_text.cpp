@@ -123,13 +123,22 @@ QWidget* frmEditor::buildRouteTab() {
 
     auto* load = MakeButton(frame, "Command9", "Load List");
     auto* open = MakeButton(frame, "Command8", "Open Selected Folder");
+    auto* save = MakeButton(frame, "Command11", "Save list as .CSV");
     auto* clear = MakeButton(frame, "Command12", "Clear List");
+    connect(save, &QPushButton::clicked, this, [this] {
+        std::vector<editor::RouteRow> rows;
+        auto cell = [this](int r, int c) { return routeGrid_->item(r, c) ? FromQt(routeGrid_->item(r, c)->text()) : std::string(); };
+        for (int r = 0; r < routeGrid_->rowCount(); ++r) rows.push_back({cell(r, 0), cell(r, 1), cell(r, 2)});
+        std::vector<std::string> headings;
+        for (int c = 0; c < 3; ++c) headings.push_back(FromQt(routeGrid_->horizontalHeaderItem(c)->text()));
+        editor::SaveRouteList(ctx_, rows, headings);
+    });
     connect(load, &QPushButton::clicked, this, &frmEditor::loadRouteList);
     connect(open, &QPushButton::clicked, this, &frmEditor::openSelectedRouteFolder);
     connect(clear, &QPushButton::clicked, this, [this] { routeGrid_->setRowCount(0); });
     connect(routeGrid_, &QTableWidget::cellDoubleClicked, this, &frmEditor::openSelectedRouteFolder);
     auto* buttons = new QHBoxLayout;
-    for (QPushButton* b : {load, open, clear}) buttons->addWidget(b);
+    for (QPushButton* b : {load, open, save, clear}) buttons->addWidget(b);
     buttons->addStretch();
 
     auto* layout = new QVBoxLayout(frame);

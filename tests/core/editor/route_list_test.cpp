@@ -50,5 +50,26 @@ TEST(RouteList, ChoosingAFileOfARouteSetsUpItsOpening) {
     EXPECT_EQ(ChooseFileOfRoute(ctx, other, ""), "");      // no row selected
 }
 
+TEST(RouteList, SavedAsCommaTextOrSpreadsheetByTheNamesEnd) {
+    testing::TempFolder root;
+    testing::ScriptedUi ui;
+    app::AppContext ctx;
+    ctx.appRoot = root.system();
+    ctx.ui = &ui;
+    const std::vector<RouteRow> rows = {{"Nord, S\xFC" "d", "1111", "0"}, {"Two", "2222", "3"}};
+    ui.files = {root.system() + "/Reports/routes.csv", root.system() + "/Reports/routes.xls", std::nullopt};
+    SaveRouteList(ctx, rows, {"Route Name", "Route Folder", "Route Slot"});
+    EXPECT_TRUE(std::filesystem::is_directory(root.path() / "Reports"));
+    EXPECT_EQ(root.read("Reports/routes.csv"),
+              "Route Name,Route Folder,Route Slot\r\n\"Nord, S\xFC" "d\",1111,0\r\nTwo,2222,3\r\n");
+    SaveRouteList(ctx, rows, {"Route Name", "Route Folder", "Route Slot"});
+    const std::string xls = root.read("Reports/routes.xls");
+    ASSERT_GT(xls.size(), 8u);
+    EXPECT_EQ(xls.substr(0, 2), std::string("\x09\x08", 2));  // a BIFF beginning-of-file record
+    SaveRouteList(ctx, rows, {});                                  // cancelled: nothing written
+    EXPECT_EQ(ui.dialogTitles, std::vector<std::string>(3, "Save List as File"));
+    EXPECT_TRUE(ui.shown.empty());
+}
+
 }  // namespace
 }  // namespace ferrolund::editor
