@@ -1,6 +1,8 @@
 #include "screens/app/frmEditor.h"
 
 #include <QAbstractButton>
+#include <QFontMetrics>
+#include <QPushButton>
 #include <QAction>
 #include <QCloseEvent>
 #include <QLabel>
@@ -17,6 +19,7 @@
 #include "app/startup.h"
 #include "screens/app/qt_text.h"
 #include "screens/app/qt_ui.h"
+#include "screens/editor/HighlightController.h"
 #include "app/menu_table.h"
 
 namespace ferrolund::screens {
@@ -24,6 +27,7 @@ namespace ferrolund::screens {
 namespace {
 // Texts of the tabs in the language table.
 constexpr int kTextTab = 65;
+constexpr int kTreeTab = 66;
 constexpr int kRouteTab = 115;
 constexpr int kMinimumPanelTwips = 2000;
 // The labels and buttons of the tabs and the texts that caption them.
@@ -141,6 +145,15 @@ void frmEditor::applyLanguage() {
         }
     }
     tabs_->setTabText(0, ToQt(ctx_.langText(kTextTab, "Text Editor")));
+    tabs_->setTabText(1, ToQt(ctx_.langText(kTreeTab, "XML Editor")));
+    highlight_->applyLanguage();
+    // The colouring button takes either of its two captions without a change of width.
+    if (auto* highlight = findChild<QPushButton*>("Command1")) {
+        const QFontMetrics metrics(highlight->font());
+        const int widest = std::max(metrics.horizontalAdvance(ToQt(ctx_.langText(62, "Highlight XML"))),
+                                    metrics.horizontalAdvance(ToQt(ctx_.langText(311, "Remove Highlighting"))));
+        highlight->setMinimumWidth(widest + 24);
+    }
     tabs_->setTabText(tabs_->count() - 1, ToQt(ctx_.langText(kRouteTab, "Route List")));
     if (routeGrid_) {
         routeGrid_->setHorizontalHeaderLabels(

@@ -23,6 +23,8 @@ class QTableWidget;
 namespace ferrolund::screens {
 
 class QtUi;
+class XmlTreePane;
+class HighlightController;
 
 class frmEditor : public QMainWindow, public editor::DocumentWindow {
     Q_OBJECT
@@ -57,6 +59,7 @@ public:
     QPlainTextEdit* textPane() const { return pane_[0]; }
     QPlainTextEdit* secondPane() const { return pane_[1]; }
     QTabWidget* tabs() const { return tabs_; }
+    XmlTreePane* treePane() const { return tree_; }
     QString statusText(int panel) const;
     editor::EditorDocument& document() { return doc_; }
 
@@ -96,6 +99,8 @@ private:
     QLabel* secondLabel_ = nullptr;
     QSplitter* splitter_ = nullptr;
     QTableWidget* routeGrid_ = nullptr;
+    XmlTreePane* tree_ = nullptr;
+    HighlightController* highlight_ = nullptr;
     std::vector<QLabel*> panels_;
 };
 

@@ -22,6 +22,8 @@
 #include "screens/app/frmEditor.h"
 #include "screens/app/menu_commands.h"
 #include "screens/app/qt_text.h"
+#include "screens/editor/HighlightController.h"
+#include "screens/editor/XmlTreePane.h"
 
 namespace ferrolund::screens {
 
@@ -53,6 +55,9 @@ void frmEditor::buildTabs() {
     tabs_ = new QTabWidget(this);
     tabs_->setObjectName("SSTab1");
     tabs_->addTab(buildTextTab(), "Text Editor");
+    tree_ = new XmlTreePane(ctx_, tabs_);
+    tree_->setObjectName("Frame2");
+    tabs_->addTab(tree_, "XML Editor");
     tabs_->addTab(buildRouteTab(), "Route List");
     connect(tabs_, &QTabWidget::currentChanged, this, &frmEditor::tabChanged);
     setCentralWidget(tabs_);
@@ -78,7 +83,6 @@ QWidget* frmEditor::buildTextTab() {
 
     auto* buttons = new QHBoxLayout;
     auto* highlight = MakeButton(frame, "Command1", "Highlight XML");
-    highlight->setEnabled(false);  // the colouring is attached by the editor's tools when present
     auto* font = MakeButton(frame, "Command5", "Change Font");
     auto* clear = MakeButton(frame, "Command6", "Clear screen");
     auto* image = MakeButton(frame, "Command7", "Show Image");
@@ -101,6 +105,8 @@ QWidget* frmEditor::buildTextTab() {
     splitter_->addWidget(pane_[0]);
     splitter_->addWidget(pane_[1]);
     showSecondPane(false);
+    highlight_ = new HighlightController(ctx_, highlight, pane_[0], pane_[1],
+                                         [this] { return documentName(Pane::Main); }, this);
 
     auto* layout = new QVBoxLayout(frame);
     layout->addLayout(names);
@@ -172,7 +178,14 @@ void frmEditor::openSelectedRouteFolder() {
 }
 
 void frmEditor::tabChanged(int index) {
-    if (tabs_->widget(index)->objectName() == "Frame5") loadRouteList();
+    QWidget* tab = tabs_->widget(index);
+    if (tab == tree_ && !doc_.treeLoaded && !doc_.strBin.empty()) {
+        tree_->setDocumentName(documentName(Pane::Main));
+        tree_->load(doc_.strBin + "xml");
+        doc_.treeLoaded = true;
+    } else if (tab->objectName() == "Frame5") {
+        loadRouteList();
+    }
 }
 
 std::string frmEditor::paneText(Pane pane) const {

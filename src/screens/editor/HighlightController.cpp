@@ -32,7 +32,9 @@ HighlightController::HighlightController(app::AppContext& ctx, QPushButton* butt
       documentName_(std::move(documentName)) {
     main_->pane = pane;
     second_->pane = secondPane;
-    applyLanguage();
+    // Made before the language table is loaded, the button keeps its caption until the
+    // window relabels it through applyLanguage.
+    if (ctx_.lang.count() > 0) applyLanguage();
     if (button_) connect(button_, &QPushButton::clicked, this, &HighlightController::toggle);
     // A document opened while the colours are on is coloured as well, unless it is one
     // whose colouring is refused.

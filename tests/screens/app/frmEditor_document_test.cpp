@@ -13,6 +13,8 @@
 #include "screens/app/frmEditor.h"
 #include "screens/app/qt_text.h"
 #include "screens/app/qt_ui.h"
+#include "screens/editor/XmlTreePane.h"
+#include <QTreeView>
 #include "serz/codec.h"
 
 namespace ferrolund::screens {
@@ -93,6 +95,34 @@ TEST(frmEditorDocument, PlainXmlKeepsItsLineEndsThroughThePane) {
         e.window.menuAction("mnuSavexml")->trigger();
         EXPECT_EQ(e.root.read("out.xml"), text);
     }
+}
+
+TEST(frmEditorDocument, TheTreeTabShowsTheOpenDocument) {
+    DocumentEditor e;
+    e.open();
+    auto* tabs = e.window.tabs();
+    tabs->setCurrentWidget(e.window.treePane());
+    EXPECT_TRUE(e.window.document().treeLoaded);
+    ASSERT_NE(e.window.treePane()->tree()->model(), nullptr);
+    EXPECT_GT(e.window.treePane()->tree()->model()->rowCount(), 0);
+    testing::Screenshot(e.window, "frmEditor_tree");
+    EXPECT_TRUE(e.ui.shown.empty());
+    tabs->setCurrentIndex(0);
+    e.open();  // a new document: the tree loads again when its tab is chosen
+    EXPECT_FALSE(e.window.document().treeLoaded);
+}
+
+TEST(frmEditorDocument, HighlightButtonTogglesItsCaption) {
+    DocumentEditor e;
+    e.open();
+    auto* button = e.window.findChild<QPushButton*>("Command1");
+    ASSERT_TRUE(button->isEnabled());
+    EXPECT_EQ(button->text(), ToQt(*e.ctx.lang.text(62)));
+    button->click();
+    EXPECT_EQ(button->text(), ToQt(*e.ctx.lang.text(311)));
+    testing::Screenshot(e.window, "frmEditor_highlighted");
+    button->click();
+    EXPECT_EQ(button->text(), ToQt(*e.ctx.lang.text(62)));
 }
 
 TEST(frmEditorDocument, SecondPaneOpensBesideTheFirst) {
