@@ -24,12 +24,16 @@
 #include "screens/app/qt_text.h"
 #include "screens/editor/HighlightController.h"
 #include "screens/editor/XmlTreePane.h"
+#include "screens/services/print_preview.h"
 
 namespace ferrolund::screens {
 
 using editor::Pane;
 
 namespace {
+
+// The print preview's layout for the editor's route list.
+constexpr int kRouteListPrintSource = 15;
 
 QPlainTextEdit* MakePane(QWidget* parent, const char* name) {
     auto* pane = new QPlainTextEdit(parent);
@@ -129,7 +133,10 @@ QWidget* frmEditor::buildRouteTab() {
 
     auto* load = MakeButton(frame, "Command9", "Load List");
     auto* open = MakeButton(frame, "Command8", "Open Selected Folder");
+    auto* print = MakeButton(frame, "Command10", "Print List");
     auto* save = MakeButton(frame, "Command11", "Save list as .CSV");
+    connect(print, &QPushButton::clicked, this,
+            [this] { PrintPreviewGrid(this, *routeGrid_->model(), kRouteListPrintSource, "Route List"); });
     auto* clear = MakeButton(frame, "Command12", "Clear List");
     connect(save, &QPushButton::clicked, this, [this] {
         std::vector<editor::RouteRow> rows;
@@ -144,7 +151,7 @@ QWidget* frmEditor::buildRouteTab() {
     connect(clear, &QPushButton::clicked, this, [this] { routeGrid_->setRowCount(0); });
     connect(routeGrid_, &QTableWidget::cellDoubleClicked, this, &frmEditor::openSelectedRouteFolder);
     auto* buttons = new QHBoxLayout;
-    for (QPushButton* b : {load, open, save, clear}) buttons->addWidget(b);
+    for (QPushButton* b : {load, open, print, save, clear}) buttons->addWidget(b);
     buttons->addStretch();
 
     auto* layout = new QVBoxLayout(frame);
