@@ -10,6 +10,7 @@
 #include "app/version.h"
 #include "cli/cli_ui.h"
 #include "cli/verb_make_sample.h"
+#include "cli/verb_routes.h"
 #include "serz/serz_command.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
@@ -49,6 +50,10 @@ const std::vector<Verb>& Verbs() {
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
              return MakeSampleVerb(args, out, err);
          }},
+        {"index-routes", "index-routes", "index the routes under Content\\Routes into IndexFiles\\RouteIndex.csv",
+         IndexRoutesVerb},
+        {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
+         "check a route (its folder or its display name) for missing assets; the lists go to DIR", CheckRouteVerb},
     };
     return verbs;
 }

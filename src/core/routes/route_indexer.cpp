@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "archives/make_batch.h"
 #include "app/value_reader.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
@@ -107,6 +108,27 @@ void IndexRouteProperties(app::AppContext& ctx) {
     }
     ctx.prefs.routesIndexed = true;
     if (ctx.ui) ctx.ui->busy(false);
+}
+
+void getRouteProperties(app::AppContext& ctx) {
+    ctx.currentRoutine = "getRouteProperties";
+    tools::BatchOutcome outcome;
+    if (!archives::RunBulkExtraction(ctx, archives::BulkKind::RouteProperties, outcome)) {
+        ctx.ui->message("An Index of all RouteProperties.xml files will now\nbe compiled and written to "
+                        "IndexFiles\\RouteIndex.csv",
+                        app::Icon::Information);
+        return;
+    }
+    ctx.ui->busy(true);
+    std::string indexFolder = ctx.appPath("IndexFiles");
+    if (!tools::FolderExists(indexFolder)) tools::CreatePath(indexFolder);
+    const std::string file = ctx.appPath("IndexFiles\\RouteIndex.csv");
+    tools::WriteTextFile(ctx, file, BuildRouteIndexText(ctx.gameRoot(), kExtractedRouteProperties));
+    ctx.routeIndex = ReloadRouteIndex(tools::ReadTextFile(file), kExtractedRouteProperties,
+                                      ListRouteFolders(ctx.gameRoot()).size());
+    ctx.ui->message("All RouteProperties.xml files have been extracted and\nRouteIndex.csv written to 'IndexFiles' folder",
+                    app::Icon::Information);
+    ctx.ui->busy(false);
 }
 
 }  // namespace ferrolund::routes

@@ -44,4 +44,9 @@ RouteIndex ReloadRouteIndex(const std::string& fileText, const RouteIndexRule& r
 // setting that stops the first-use notice.
 void IndexRouteProperties(app::AppContext& ctx);
 
+// "Extract RouteProperties.xml": asks, unpacks the properties files of packed routes
+// (never over one on disk), then indexes by kExtractedRouteProperties. Leaves the setting
+// of the first-use notice as it is.
+void getRouteProperties(app::AppContext& ctx);
+
 }  // namespace ferrolund::routes

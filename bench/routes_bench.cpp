@@ -1,0 +1,107 @@
+// "Check Selected Route" on generated sample installations (made by `ferrolund-cli
+// make-sample`, which stands beside this program): 10,000 scenery tiles answering No to
+// the optional lists; 1,000 tiles and 2,000 distinct assets with the texture and sound
+// check. Also the longest gap between two chances for "&Abort" to arrive.
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "app/app_context.h"
+#include "bench.h"
+#include "routes/route_check_command.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
+
+// Answers No, and measures the time between two event pumps.
+class QuietUi : public ferrolund::app::Ui {
+public:
+    double longestGap = 0;
+    void message(const std::string&, ferrolund::app::Icon, const std::string&) override {}
+    ferrolund::app::Answer ask(const std::string&, ferrolund::app::Buttons, ferrolund::app::Icon,
+                               const std::string&) override {
+        return ferrolund::app::Answer::No;
+    }
+    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override { return {}; }
+    std::optional<std::string> chooseOpenFile(const std::string&, const std::string&, const std::string&) override {
+        return {};
+    }
+    std::optional<std::string> chooseSaveFile(const std::string&, const std::string&, const std::string&) override {
+        return {};
+    }
+    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override { return {}; }
+    void progress(int, const std::string&) override {}
+    void status(int, const std::string&) override {}
+    void busy(bool) override {}
+    void pump() override {
+        const auto now = Clock::now();
+        if (started_) longestGap = std::max(longestGap, std::chrono::duration<double>(now - last_).count());
+        last_ = now;
+        started_ = true;
+    }
+    void reset() { started_ = false; longestGap = 0; }
+
+private:
+    Clock::time_point last_;
+    bool started_ = false;
+};
+
+std::string MakerPath() {
+    return (fs::read_symlink("/proc/self/exe").parent_path() / "ferrolund-cli").string();
+}
+
+bool MakeSample(const fs::path& folder, int tiles, int assets) {
+    const std::string command = "\"" + MakerPath() + "\" make-sample \"" + folder.string() + "\" --tiles " +
+                                std::to_string(tiles) + " --assets " + std::to_string(assets) + " > /dev/null";
+    const auto start = Clock::now();
+    const bool made = std::system(command.c_str()) == 0;
+    std::printf("sample with %d tiles and %d assets made in %.1f s%s\n", tiles, assets, Seconds(start),
+                made ? "" : " -- FAILED (is ferrolund-cli built beside ferrolund-bench?)");
+    return made;
+}
+
+void Run(const fs::path& root, int tiles, int assets, bool textures) {
+    const fs::path game = root / ("g" + std::to_string(tiles));
+    if (!MakeSample(game, tiles, assets)) return;
+    QuietUi ui;
+    ferrolund::app::AppContext ctx;
+    ctx.appRoot = (root / "app").string();
+    fs::create_directories(root / "app");
+    ctx.prefs.gameRoot = game.string();
+    ctx.ui = &ui;
+    ferrolund::routes::CheckAnswers answers;
+    answers.checkTextures = textures;
+    answers.listShapes = false;
+    answers.listTextures = false;
+    answers.listAudio = false;
+    const auto start = Clock::now();
+    const auto out =
+        ferrolund::routes::CheckSelectedRoute(ctx, {"Ostvale Valley", "3f6a2c1e-7b4d-4e8a-9c21-5d0e8b7a4f10", {}}, answers);
+    const double seconds = Seconds(start);
+    std::printf("check of %zu tiles%s: %.2f s, %.0f tiles/s; %zu references, %zu distinct, %zu missing rows",
+                out.run.tilesRead, textures ? " with textures and sounds" : "", seconds, out.run.tilesRead / seconds,
+                out.run.usedAssets.size(), out.uniqueAssets.size(), out.run.missingRows.size());
+    if (textures)
+        std::printf("; %zu geometry files, %zu textures, %zu sound files", out.textures.geometry.size(),
+                    out.textures.textures.size(), out.textures.audio.size());
+    std::printf("\nlongest gap between two chances to abort: %.1f ms\n", ui.longestGap * 1000);
+}
+
+}  // namespace
+
+FERROLUND_BENCH(route_check) {
+    const fs::path root = fs::temp_directory_path() / ("ferrolund-route-bench-" + std::to_string(::getpid()));
+    Run(root, 10000, 200, false);
+    Run(root, 1000, 2000, true);
+    std::error_code ec;
+    fs::remove_all(root, ec);
+}

@@ -1,0 +1,43 @@
+#pragma once
+// The second half of the route check: from the assets a route uses to their geometry,
+// the textures of that geometry (with the seasonal siblings its kind asks for and the
+// companions of normal maps), the terrain's textures and the sound files.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/app_context.h"
+
+namespace ferrolund::routes {
+
+struct GeometryFile {
+    std::string file;
+    std::string caller;  // the blueprint that names it
+};
+
+struct TextureCheck {
+    std::vector<GeometryFile> geometry;  // FindGeopcdx
+    std::vector<std::string> textures;   // TextureList
+    std::vector<std::string> audio;      // AudioList
+    std::string missingText;             // one line a missing file
+    bool aborted = false;
+};
+
+// The siblings a texture of this kind must have, as suffixes in front of ".TgPcDx":
+// "" always, then "_WI" (08), "_SP", "_WI" (09), "_AU", "_WI" (0c), "_SP", "_AU", "_WI" (0d).
+std::vector<std::string> SeasonalSuffixes(std::string_view kind);
+
+// The "[nn]" kinds of the TextureByName entries of a geometry's XML, one an entry, in the
+// order in which the blueprint reader's listing gives their files.
+std::vector<std::string> TextureKinds(std::string_view geometryXml);
+
+// FindGeopcdx: the geometry, cross-section, animation and script files of each blueprint
+// that exist. Audio blueprints (a path with "\Audio\") go through GetAudio instead.
+void FindGeopcdx(app::AppContext& ctx, const std::vector<std::string>& assets, TextureCheck& check);
+
+// FindTextures: each geometry's textures; then the terrain's, from the route's
+// RouteProperties.xml.
+void FindTextures(app::AppContext& ctx, const std::string& routePath, TextureCheck& check);
+
+}  // namespace ferrolund::routes
