@@ -159,15 +159,15 @@ void Serz(Run& run, const std::vector<Word>& words) {
     std::string target;
     SerzDirection direction = SerzDirection::ToXml;
     if (words.size() == 2) {
-        std::string spec = words[1].text;
-        if (spec.starts_with('/')) spec.erase(0, 1);
-        const std::string lower = LowerCp1252(spec.substr(0, 4));
+        std::string targetWord = words[1].text;
+        if (targetWord.starts_with('/')) targetWord.erase(0, 1);
+        const std::string lower = LowerCp1252(targetWord.substr(0, 4));
         if (lower != "xml:" && lower != "bin:") {
             run.fail("serz: the target must start with xml: or bin: - " + words[1].text);
             return;
         }
         direction = lower == "xml:" ? SerzDirection::ToXml : SerzDirection::ToBinary;
-        target = Resolve(run, spec.substr(4));
+        target = Resolve(run, targetWord.substr(4));
     } else {
         const std::string tail = LowerCp1252(source.size() >= 3 ? source.substr(source.size() - 3) : source);
         if (tail != "bin" && tail != "xml") {
