@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,15 +17,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-template <typename F>
-double BestSeconds(int runs, F&& step) {
-    double best = 1e30;
-    for (int i = 0; i < runs; ++i) {
-        auto start = Clock::now();
+// The best of three runs, in seconds.
+double BestSeconds(const std::function<void()>& step) {
+    auto once = [&] {
+        const auto start = Clock::now();
         step();
-        best = std::min(best, std::chrono::duration<double>(Clock::now() - start).count());
-    }
-    return best;
+        return std::chrono::duration<double>(Clock::now() - start).count();
+    };
+    return std::min({once(), once(), once()});
 }
 
 // Consists of rail vehicles with their typed values, as the converter writes a scenario.
@@ -58,20 +58,20 @@ FERROLUND_BENCH(editor) {
     std::printf("generated scenario XML        %9.3f MB\n", mb);
 
     XmlNodeTree tree;
-    const double load = BestSeconds(3, [&] { (void)tree.loadText(xml); });
+    const double load = BestSeconds([&] { (void)tree.loadText(xml); });
     std::printf("tree: read and index          %9.1f ms  %zu entries  %7.1f MB/s\n", load * 1e3, tree.count(),
                 mb / load);
 
     std::size_t spans = 0;
-    const double colour = BestSeconds(3, [&] { spans = ColourText(xml).size(); });
+    const double colour = BestSeconds([&] { spans = ColourText(xml).size(); });
     std::printf("colour spans, whole text      %9.1f ms  %zu spans  %7.1f MB/s\n", colour * 1e3, spans, mb / colour);
 
     long hit = 0;
-    const double find = BestSeconds(3, [&] { hit = FindInText(xml, "CRECORDSET>", 2, false); });
+    const double find = BestSeconds([&] { hit = FindInText(xml, "CRECORDSET>", 2, false); });
     std::printf("find near the end, no case    %9.1f ms  at %ld  %7.1f MB/s\n", find * 1e3, hit, mb / find);
 
     ReplaceAllResult replaced;
-    const double replaceAll = BestSeconds(3, [&] {
+    const double replaceAll = BestSeconds([&] {
         std::string text = xml;
         replaced = ReplaceAllInText(text, "cDeltaString", "cDeltaString2");
     });
@@ -83,7 +83,7 @@ FERROLUND_BENCH(editor) {
     (void)limited.loadText(small);
     TreeSearch search;
     std::size_t found = 0;
-    const double walk = BestSeconds(3, [&] {
+    const double walk = BestSeconds([&] {
         search.searchText = "no such name";
         found = search.next(limited, TreeSearchField::Characters, 0);
     });
