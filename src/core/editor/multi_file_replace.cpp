@@ -138,11 +138,13 @@ int SaveSelectedAsXml(app::AppContext& ctx, const std::vector<std::string>& file
     if (tools::FolderExists(probe)) ctx.report(tools::DeleteFolderTree(ctx, folder), kModule);
     tools::CreatePath(folder);
     int converted = 0;
+    ctx.abortFlag = false;
     const int count = static_cast<int>(files.size());
     for (int i = 0; i < count; ++i) {
         const std::string& path = files[static_cast<std::size_t>(i)];
         if (progress) progress(i, count, path);
         ctx.ui->pump();
+        if (ctx.abortFlag) break;
         const NameParts parts = SplitDocumentName(path);
         if (CopyAndConvert(ctx, path, folder, parts.baseName) &&
             tools::FileLength(folder + "\\" + parts.baseName + "xml") > 0) {

@@ -44,8 +44,9 @@ ReplaceInFilesRun ReplaceInFiles(app::AppContext& ctx, const std::vector<std::st
                                  const ReplaceInFilesHooks& hooks = {});
 
 // "Save Selected as XML" (Command9): after the question, AppRoot\TempXML is made anew and
-// each file is copied there as <base>bin and converted to <base>xml beside it. Gives the
-// number of files converted, -1 when the user cancelled.
+// each file is copied there as <base>bin and converted to <base>xml beside it; the abort
+// flag ends the run between two files. Gives the number of files converted, -1 when the
+// user cancelled.
 int SaveSelectedAsXml(app::AppContext& ctx, const std::vector<std::string>& files,
                       const std::function<void(int index, int count, const std::string& path)>& progress = {});
 

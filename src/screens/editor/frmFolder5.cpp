@@ -1,5 +1,6 @@
 #include "screens/editor/frmFolder5.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
 #include <QFileSystemModel>
@@ -168,9 +169,21 @@ void frmFolder5::display() {
 }
 
 void frmFolder5::running(bool on) {
+    running_ = on;
     for (QPushButton* button : commands_) button->setEnabled(!on);
     abort_->setEnabled(on);
     progress_->setVisible(on);
+    if (!on && closeAfterRun_) QMetaObject::invokeMethod(this, &QDialog::close, Qt::QueuedConnection);
+}
+
+void frmFolder5::closeEvent(QCloseEvent* event) {
+    if (!running_) {
+        event->accept();
+        return;
+    }
+    ctx_.abortFlag = true;
+    closeAfterRun_ = true;
+    event->ignore();
 }
 
 void frmFolder5::showProgress(int index, int count, const std::string& path) {

@@ -44,6 +44,10 @@ public:
     SearchBoxes* boxes() const { return boxes_; }
     QLabel* runLabel() const { return runLabel_; }
 
+protected:
+    // A close during a run aborts it between two files; the screen closes afterwards.
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     QWidget* buildFolderSide();
     QWidget* buildCommandSide();
@@ -64,6 +68,8 @@ private:
     QLabel* runLabel_ = nullptr;
     QPushButton* abort_ = nullptr;
     std::vector<QPushButton*> commands_;
+    bool running_ = false;
+    bool closeAfterRun_ = false;
 };
 
 }  // namespace ferrolund::screens

@@ -1,5 +1,6 @@
 #include "screens/editor/frmMain.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -78,6 +79,17 @@ void frmMain::scan() {
     if (starting) ctx_.ui->busy(false);
     txtAsset_->setText(ToQt(asset));
     cmdScan_->setText(ToQt(model_.caption));
+    if (starting && closeAfterScan_) close();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (model_.caption != editor::IdentifyObject::kStop) {
+        event->accept();
+        return;
+    }
+    closeAfterScan_ = true;
+    scan();  // the Stop click
+    event->ignore();
 }
 
 void frmMain::addRow(const std::string& row) {

@@ -26,6 +26,10 @@ public:
     QPushButton* scanButton() const { return cmdScan_; }
     QTreeWidget* files() const { return lstFiles_; }
 
+protected:
+    // A close while the walk runs stops the walk first; the screen closes afterwards.
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     void addRow(const std::string& row);
 
@@ -36,6 +40,7 @@ private:
     QLineEdit* txtAsset_ = nullptr;
     QPushButton* cmdScan_ = nullptr;
     QTreeWidget* lstFiles_ = nullptr;
+    bool closeAfterScan_ = false;
 };
 
 }  // namespace ferrolund::screens

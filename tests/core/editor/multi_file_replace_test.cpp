@@ -184,6 +184,12 @@ TEST_F(Folder5, SaveSelectedAsXmlAsksThenMakesTempXmlAnew) {
     EXPECT_NE(root.read("app/TempXML/a.xml").find(">Wagon<"), std::string::npos);
     EXPECT_TRUE(exists("app/TempXML/a.bin"));
     EXPECT_FALSE(exists("app/TempXML/b.xml"));
+
+    ui.answers.push_back(app::Answer::Ok);
+    const int converted = SaveSelectedAsXml(ctx, {a, a}, [&](int index, int, const std::string&) {
+        if (index == 1) ctx.abortFlag = true;
+    });
+    EXPECT_EQ(converted, 1);
 }
 
 TEST(FolderFiles, ListsFilesOnlySortedWithoutCase) {
