@@ -16,6 +16,8 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 #include "editor/route_list.h"
@@ -204,7 +206,20 @@ std::string frmEditor::paneText(Pane pane) const {
 void frmEditor::setPaneText(Pane pane, const std::string& text) {
     const int i = static_cast<int>(pane);
     crlf_[i] = text.empty() || text.find("\r\n") != std::string::npos;
-    pane_[i]->setPlainText(ToQt(text));
+    // A large document goes in by pieces, without an undo record: much quicker than
+    // setting it whole. The CR of each CR LF is left out, so no piece splits a line end.
+    QString lines = ToQt(text);
+    lines.remove(QLatin1Char('\r'));
+    QTextDocument* document = pane_[i]->document();
+    document->setUndoRedoEnabled(false);
+    pane_[i]->clear();
+    QTextCursor cursor(document);
+    cursor.beginEditBlock();
+    constexpr qsizetype kPiece = 1 << 20;
+    for (qsizetype at = 0; at < lines.size(); at += kPiece) cursor.insertText(lines.mid(at, kPiece));
+    cursor.endEditBlock();
+    document->setUndoRedoEnabled(true);
+    pane_[i]->moveCursor(QTextCursor::Start);
 }
 
 void frmEditor::setDocumentName(Pane pane, const std::string& path) { name_[static_cast<int>(pane)]->setText(ToQt(path)); }
