@@ -66,42 +66,12 @@ std::string AskForGameFile(app::AppContext& ctx) {
 // Copies the file into TempFiles as "<base>bin", converts it to "<base>xml" and shows
 // the text in the pane. Gives the scratch base.
 std::string LoadBinaryInto(app::AppContext& ctx, DocumentWindow& window, Pane pane, const std::string& path) {
-    const NameParts parts = SplitDocumentName(path);
-    const std::string strBin = ctx.appPath("TempFiles\\" + parts.baseName);
-    ctx.report(tools::CopyFileReplacing(path, strBin + "bin"), kModule);
-    const app::Status converted = tools::SerzConvert(ctx, strBin + "bin", strBin + "xml", tools::SerzDirection::ToXml);
+    const std::string strBin = ctx.appPath("TempFiles\\" + SplitDocumentName(path).baseName);
+    const app::Status converted = ConvertScratchCopy(ctx, path, strBin, kModule);
     window.setPaneText(pane, tools::ReadTextFile(strBin + "xml"));
     // The pane stays empty when the conversion failed; the status line says why.
     Status(ctx, kProgressPanel, converted ? converted->description : "File Loaded: " + Now(ctx));
     return strBin;
-}
-
-// Writes the pane to "<strBin>xml" and converts it to "<strBin>bin", renamed to the
-// document's own extension. Gives the file made, or empty after telling the user.
-std::string Recompile(app::AppContext& ctx, const EditorDocument& doc, DocumentWindow& window, const std::string& strBin) {
-    tools::WriteTextFile(ctx, strBin + "xml", window.paneText(Pane::Main));
-    DeleteIfThere(strBin + "bin");
-    tools::SerzConvert(ctx, strBin + "xml", strBin + "bin", tools::SerzDirection::ToBinary);
-    if (tools::FileLength(strBin + "bin") <= 0) {
-        if (ctx.ui) {
-            ctx.ui->message("Serz.exe was unable to recompress this file. The operation could\n"
-                            "not be completed. The original file has not been altered.",
-                            app::Icon::Critical);
-        }
-        return {};
-    }
-    if (tools::EqualsIgnoreCase(doc.fileExtension, "bin")) return strBin + "bin";
-    const std::string own = strBin + doc.fileExtension;
-    DeleteIfThere(own);
-    std::error_code ec;
-    std::filesystem::rename(tools::HostPath(strBin + "bin"), tools::HostPath(own), ec);
-    tools::ForgetPath(strBin + "bin");
-    tools::ForgetPath(own);
-    if (ec) {
-        ctx.report(app::err::PathFileAccess(own), kModule);
-        return {};
-    }
-    return own;
 }
 
 void EnableForBinary(DocumentWindow& window, bool binary) {
@@ -111,6 +81,39 @@ void EnableForBinary(DocumentWindow& window, bool binary) {
 }
 
 }  // namespace
+
+app::Status ConvertScratchCopy(app::AppContext& ctx, const std::string& path, const std::string& strBin,
+                               const std::string& module) {
+    if (app::Status copied = tools::CopyFileReplacing(path, strBin + "bin")) {
+        ctx.report(*copied, module);
+        return copied;
+    }
+    return tools::SerzConvert(ctx, strBin + "bin", strBin + "xml", tools::SerzDirection::ToXml);
+}
+
+std::string RecompileText(app::AppContext& ctx, const std::string& xml, const std::string& strBin,
+                          const std::string& extension, const std::string& module) {
+    tools::WriteTextFile(ctx, strBin + "xml", xml);
+    DeleteIfThere(strBin + "bin");
+    tools::SerzConvert(ctx, strBin + "xml", strBin + "bin", tools::SerzDirection::ToBinary);
+    if (tools::FileLength(strBin + "bin") <= 0) {
+        if (ctx.ui) ctx.ui->message(kRecompressFailed, app::Icon::Critical);
+        return {};
+    }
+    if (tools::EqualsIgnoreCase(extension, "bin")) return strBin + "bin";
+    // Back under the file's own kind: a section stays a .XSec.
+    const std::string own = strBin + extension;
+    DeleteIfThere(own);
+    std::error_code ec;
+    std::filesystem::rename(tools::HostPath(strBin + "bin"), tools::HostPath(own), ec);
+    tools::ForgetPath(strBin + "bin");
+    tools::ForgetPath(own);
+    if (ec) {
+        ctx.report(app::err::PathFileAccess(own), module);
+        return {};
+    }
+    return own;
+}
 
 NameParts SplitDocumentName(const std::string& path) {
     const std::size_t slash = path.find_last_of("\\/");
@@ -163,7 +166,7 @@ void SaveGameFile(app::AppContext& ctx, EditorDocument& doc, DocumentWindow& win
     if (doc.strBin.empty()) return;
     DeleteIfThere(doc.strBin + "xml");
     Busy(ctx, true);
-    const std::string made = Recompile(ctx, doc, window, doc.strBin);
+    const std::string made = RecompileText(ctx, window.paneText(Pane::Main), doc.strBin, doc.fileExtension, kModule);
     if (made.empty()) {
         Busy(ctx, false);
         return;
@@ -188,7 +191,7 @@ void SaveGameFileAs(app::AppContext& ctx, EditorDocument& doc, DocumentWindow& w
     const std::size_t point = chosen->find('.');
     doc.strBin = point == std::string::npos ? *chosen + "." : chosen->substr(0, point + 1);
     Busy(ctx, true);
-    const std::string made = Recompile(ctx, doc, window, doc.strBin);
+    const std::string made = RecompileText(ctx, window.paneText(Pane::Main), doc.strBin, doc.fileExtension, kModule);
     Busy(ctx, false);
     if (made.empty()) return;
     ctx.ui->message("Your file has been saved as:-\n" + doc.strBin + "bin", app::Icon::Information);

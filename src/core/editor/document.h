@@ -59,6 +59,20 @@ void SaveXmlFile(app::AppContext& ctx, DocumentWindow& window, XmlSaveDialog dia
 void ToggleSecondWindow(EditorDocument& doc, DocumentWindow& window);                       // mnu2bin
 void ClearScreen(EditorDocument& doc, DocumentWindow& window);                              // mnuClear
 
+// Said when the converter could not turn a saved text back into its binary form.
+inline constexpr const char* kRecompressFailed =
+    "Serz.exe was unable to recompress this file. The operation could\n"
+    "not be completed. The original file has not been altered.";
+
+// Copies the game file to "<strBin>bin" and converts that to "<strBin>xml". A failed
+// copy has been reported; a failed conversion leaves no XML and is given back.
+app::Status ConvertScratchCopy(app::AppContext& ctx, const std::string& path, const std::string& strBin,
+                               const std::string& module);
+// Writes `xml` to "<strBin>xml" and converts it to "<strBin>bin", renamed to `extension`
+// unless that is "bin". Gives the file made, or empty after telling the user.
+std::string RecompileText(app::AppContext& ctx, const std::string& xml, const std::string& strBin,
+                          const std::string& extension, const std::string& module);
+
 // A key pressed in the main pane: a .bin document counts as edited from then on.
 void NoteKeyPress(EditorDocument& doc, const std::string& documentName);
 // Every line end as CR LF: the form the converter writes and the game's text files use.

@@ -25,27 +25,13 @@ void DeleteIfThere(const std::string& path) {
     if (tools::FileLength(path) >= 0) tools::DeleteFile(path);
 }
 
-// Copies the file to <folder>\<base>bin and converts that to <base>xml. Gives false when
-// the copy failed; a failed conversion leaves no XML.
-bool CopyAndConvert(app::AppContext& ctx, const std::string& path, const std::string& folder,
-                    const std::string& base) {
-    const std::string bin = folder + "\\" + base + "bin";
-    if (app::Status copied = tools::CopyFileReplacing(path, bin)) {
-        ctx.report(*copied, kModule);
-        return false;
-    }
-    tools::SerzConvert(ctx, bin, folder + "\\" + base + "xml", tools::SerzDirection::ToXml);
-    return true;
-}
-
 enum class FileOutcome { Unchanged, Unreadable, Changed, Stop };
 
 FileOutcome ReplaceInFile(app::AppContext& ctx, const std::string& path, const std::string& what,
                           const std::string& with, const ReplaceInFilesHooks& hooks) {
     const NameParts parts = SplitDocumentName(path);
-    const std::string temp = TempFiles(ctx);
-    const std::string scratch = temp + "\\" + parts.baseName;
-    if (!CopyAndConvert(ctx, path, temp, parts.baseName)) return FileOutcome::Unreadable;
+    const std::string scratch = TempFiles(ctx) + "\\" + parts.baseName;
+    ConvertScratchCopy(ctx, path, scratch, kModule);
     std::string xml = tools::ReadTextFile(scratch + "xml");
     if (xml.empty()) return FileOutcome::Unreadable;
     const ReplaceAllResult replaced = ReplaceAllInText(xml, what, with);
@@ -53,24 +39,8 @@ FileOutcome ReplaceInFile(app::AppContext& ctx, const std::string& path, const s
     if (replaced.count == 0) return FileOutcome::Unchanged;
 
     DeleteIfThere(scratch + "xml");
-    tools::WriteTextFile(ctx, scratch + "xml", xml);
-    DeleteIfThere(scratch + "bin");
-    tools::SerzConvert(ctx, scratch + "xml", scratch + "bin", tools::SerzDirection::ToBinary);
-    if (tools::FileLength(scratch + "bin") <= 0) {
-        ctx.ui->message(kRecompressFailed, app::Icon::Critical);
-        return FileOutcome::Stop;
-    }
-    std::string result = scratch + "bin";
-    if (!tools::EqualsIgnoreCase(parts.extension, "bin")) {
-        // Back under the file's own kind: a section stays a .XSec.
-        result = scratch + parts.extension;
-        DeleteIfThere(result);
-        if (app::Status moved = tools::CopyFileReplacing(scratch + "bin", result)) {
-            ctx.report(*moved, kModule);
-            return FileOutcome::Stop;
-        }
-        tools::DeleteFile(scratch + "bin");
-    }
+    const std::string result = RecompileText(ctx, xml, scratch, parts.extension, kModule);
+    if (result.empty()) return FileOutcome::Stop;
     const tools::BackupOutcome backup = tools::MakeBackup(path, tools::kBackupRule);
     if (backup.error) {
         // Without its back-up the original stays as it is.
@@ -89,8 +59,9 @@ FileOutcome ReplaceInFile(app::AppContext& ctx, const std::string& path, const s
 std::string DisplayAsXml(app::AppContext& ctx, const std::string& path) {
     ctx.currentRoutine = "Command7_Click";
     const NameParts parts = SplitDocumentName(path);
-    if (!CopyAndConvert(ctx, path, TempFiles(ctx), parts.baseName)) return {};
-    return tools::ReadTextFile(TempFiles(ctx) + "\\" + parts.baseName + "xml");
+    const std::string scratch = TempFiles(ctx) + "\\" + parts.baseName;
+    ConvertScratchCopy(ctx, path, scratch, kModule);
+    return tools::ReadTextFile(scratch + "xml");
 }
 
 ReplaceInFilesRun ReplaceInFiles(app::AppContext& ctx, const std::vector<std::string>& files,
@@ -146,8 +117,8 @@ int SaveSelectedAsXml(app::AppContext& ctx, const std::vector<std::string>& file
         ctx.ui->pump();
         if (ctx.abortFlag) break;
         const NameParts parts = SplitDocumentName(path);
-        if (CopyAndConvert(ctx, path, folder, parts.baseName) &&
-            tools::FileLength(folder + "\\" + parts.baseName + "xml") > 0) {
+        const std::string scratch = folder + "\\" + parts.baseName;
+        if (!ConvertScratchCopy(ctx, path, scratch, kModule) && tools::FileLength(scratch + "xml") > 0) {
             ++converted;
         }
     }

@@ -11,13 +11,9 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "editor/document.h"
 
 namespace ferrolund::editor {
-
-// Said when the converter could not turn a user's changed text back into a game file.
-inline constexpr const char* kRecompressFailed =
-    "Serz.exe was unable to recompress this file. The operation could\n"
-    "not be completed. The original file has not been altered.";
 
 // The file's XML: copied to TempFiles\<base>bin and converted to TempFiles\<base>xml,
 // which is read. Empty when the converter could not read the file.
