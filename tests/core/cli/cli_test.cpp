@@ -1,4 +1,5 @@
 #include "cli/cli.h"
+#include "support/cli_run.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -17,17 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CliRun {
-    int code;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(const std::vector<std::string>& args, const std::string& appRoot) {
-    std::ostringstream out, err;
-    const int code = RunCli(args, appRoot, out, err);
-    return {code, out.str(), err.str()};
-}
+using testing::Cli;
+using testing::CliRun;
 
 TEST(Cli, VersionHelpAndMistakes) {
     testing::TempFolder root;

@@ -1,13 +1,11 @@
-// The route verbs of ferrolund-cli. core_tests compiles the front end's sources it tests
-// in-process; this file brings in the route verbs' own.
-#include "cli/verb_routes.cpp"  // NOLINT(bugprone-suspicious-include)
-
+// The route verbs of ferrolund-cli.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <sstream>
 
 #include "cli/cli.h"
+#include "support/cli_run.h"
 #include "core/sample/sample_fixture.h"
 #include "support/temp_folder.h"
 
@@ -16,17 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CliRun {
-    int code;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(const std::vector<std::string>& args, const std::string& appRoot) {
-    std::ostringstream out, err;
-    const int code = RunCli(args, appRoot, out, err);
-    return {code, out.str(), err.str()};
-}
+using testing::Cli;
+using testing::CliRun;
 
 TEST(RouteVerbs, CheckRouteByNamePrintsEachMissingReferenceAndSavesTheLists) {
     testing::TempFolder app;
