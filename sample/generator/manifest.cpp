@@ -35,9 +35,10 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
     std::set<std::string> exact, folded, archived;
     std::set<std::string> routes, routesWithProperties, routesWithArchive;
     for (const WrittenFile& file : writer.Files()) {
-        const std::string full = file.archive.empty()
-                                     ? file.path
-                                     : file.archive.substr(0, file.archive.rfind('\\') + 1) + file.path;
+        std::string full = file.archive.empty() ? file.path
+                                                : file.archive.substr(0, file.archive.rfind('\\') + 1) + file.path;
+        for (char& c : full)
+            if (c == '/') c = '\\';
         if (file.archive.empty()) {
             out += "file\t" + file.path + "\t" + std::to_string(file.size) + "\t" + Crc(file.crc32) + "\n";
             exact.insert(full);

@@ -19,6 +19,12 @@ std::uint32_t Crc32(std::string_view bytes) {
     return static_cast<std::uint32_t>(crc);
 }
 
+std::string Slashed(std::string path) {
+    for (char& c : path)
+        if (c == '\\') c = '/';
+    return path;
+}
+
 // Members carry one fixed time, so that every run gives the same archive.
 constexpr time_t kMemberTime = 1577880000;  // 2020-01-01 12:00 UTC
 
@@ -28,19 +34,15 @@ SampleWriter::SampleWriter(std::filesystem::path root) : root_(std::move(root)) 
 
 SampleWriter::~SampleWriter() = default;
 
-std::filesystem::path SampleWriter::HostPath(const std::string& path) const {
-    std::string relative = path;
-    for (char& c : relative)
-        if (c == '\\') c = '/';
-    return root_ / relative;
-}
+std::filesystem::path SampleWriter::HostPath(const std::string& path) const { return root_ / Slashed(path); }
 
 Failure SampleWriter::Put(const std::string& path, std::string bytes) {
     if (!InArchive()) return WriteLoose(path, bytes);
     const std::string folder = archivePath_.substr(0, archivePath_.rfind('\\') + 1);
     if (path.compare(0, folder.size(), folder) != 0)
         return "sample file " + path + " lies outside the folder of the archive " + archivePath_;
-    std::string member = path.substr(folder.size());
+    // Inside an archive the separator is the zip format's own.
+    std::string member = Slashed(path.substr(folder.size()));
     files_.push_back({member, archivePath_, bytes.size(), Crc32(bytes)});
     members_.emplace_back(std::move(member), std::move(bytes));
     return std::nullopt;

@@ -16,7 +16,7 @@
 namespace ferrolund::sample {
 
 struct WrittenFile {
-    std::string path;     // a file of the installation, or a member of `archive`
+    std::string path;     // a file of the installation, or a member of `archive` (with '/')
     std::string archive;  // empty for a loose file
     std::uint64_t size;
     std::uint32_t crc32;
