@@ -2,10 +2,11 @@
 // benchmarks of other areas use (10,000 scenery tiles, 50,000 generated blueprints). Wall
 // time and the process's CPU time are both shown: on a busy disk most of the wall time is
 // the file system's.
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdio>
 #include <ctime>
-#include <unistd.h>
 #include <filesystem>
 #include <string>
 
@@ -42,7 +43,9 @@ void Run(const char* label, const ferrolund::sample::SampleOptions& options, int
 
 }  // namespace
 
-FERROLUND_BENCH(sample) { Run("default sample", {}, 5); }
+FERROLUND_BENCH(sample) {
+    Run("default sample", {}, 5);
+}
 
 FERROLUND_BENCH(sample_large) {
     ferrolund::sample::SampleOptions options;

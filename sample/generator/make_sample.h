@@ -17,8 +17,8 @@ namespace ferrolund::sample {
 inline constexpr const char* kManifestName = "SampleManifest.tsv";
 
 struct SampleOptions {
-    int tiles = -1;   // scenery tiles of the generated kind in the first route; -1: the default
-    int assets = -1;  // generated scenery blueprints; -1: the default
+    int tiles = -1;        // scenery tiles of the generated kind in the first route; -1: the default
+    int assets = -1;       // generated scenery blueprints; -1: the default
     bool keepXml = false;  // keep each binary's XML in the result, for checks
 };
 

@@ -35,8 +35,8 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
     std::set<std::string> exact, folded, archived;
     std::set<std::string> routes, routesWithProperties, routesWithArchive;
     for (const WrittenFile& file : writer.Files()) {
-        std::string full = file.archive.empty() ? file.path
-                                                : file.archive.substr(0, file.archive.rfind('\\') + 1) + file.path;
+        std::string full =
+            file.archive.empty() ? file.path : file.archive.substr(0, file.archive.rfind('\\') + 1) + file.path;
         for (char& c : full)
             if (c == '/') c = '\\';
         if (file.archive.empty()) {
@@ -56,9 +56,9 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
         if (Lower(file.path).ends_with("\\maincontent.ap")) routesWithArchive.insert(route);
     }
     for (const std::string& route : routes) {
-        const char* form = routesWithProperties.count(route)  ? "loose"
-                           : routesWithArchive.count(route) ? "archive"
-                                                            : "no-properties";
+        const char* form = routesWithProperties.count(route) ? "loose"
+                           : routesWithArchive.count(route)  ? "archive"
+                                                             : "no-properties";
         const auto name = plan.RouteNames().find(route);
         out += "route\t" + route + "\t" + form + "\t" + (name == plan.RouteNames().end() ? "" : name->second) + "\n";
     }
@@ -68,10 +68,10 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
     for (const Reference& ref : plan.References()) {
         std::string path = "Assets\\" + ref.provider + "\\" + ref.product + "\\" + ref.blueprintId;
         if (Lower(path).ends_with("xml")) path = path.substr(0, path.size() - 3) + "bin";
-        const char* state = exact.count(path)                 ? "present"
-                            : folded.count(Lower(path))       ? "case"
-                            : archived.count(Lower(path))     ? "archived"
-                                                              : "missing";
+        const char* state = exact.count(path)             ? "present"
+                            : folded.count(Lower(path))   ? "case"
+                            : archived.count(Lower(path)) ? "archived"
+                                                          : "missing";
         out += std::string("reference\t") + state + "\t" + ref.provider + "\t" + ref.product + "\t" + ref.blueprintId +
                "\t" + ref.usedBy + "\n";
     }

@@ -13,7 +13,9 @@ constexpr std::uint32_t kShift[64] = {7, 12, 17, 22, 7, 12, 17, 22, 7, 12, 17, 2
                                       4, 11, 16, 23, 4, 11, 16, 23, 4, 11, 16, 23, 4, 11, 16, 23,
                                       6, 10, 15, 21, 6, 10, 15, 21, 6, 10, 15, 21, 6, 10, 15, 21};
 
-std::uint32_t Rotate(std::uint32_t x, std::uint32_t n) { return (x << n) | (x >> (32 - n)); }
+std::uint32_t Rotate(std::uint32_t x, std::uint32_t n) {
+    return (x << n) | (x >> (32 - n));
+}
 
 }  // namespace
 
@@ -64,7 +66,8 @@ std::array<std::uint8_t, 16> Md5(std::string_view bytes) {
         h[3] += d;
     }
     std::array<std::uint8_t, 16> digest{};
-    for (int i = 0; i < 16; ++i) digest[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(h[i / 4] >> (8 * (i % 4)));
+    for (int i = 0; i < 16; ++i)
+        digest[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(h[i / 4] >> (8 * (i % 4)));
     return digest;
 }
 

@@ -94,8 +94,7 @@ Failure PlanRunner::Run() {
         if (line.empty() || line.front() == '#') continue;
         const auto fields = SplitOn(line, '\t');
         if (auto failure = Line(std::vector<std::string>(fields.begin(), fields.end())))
-            return "sample source " + std::string(kPlanName) + ", line " + std::to_string(lineNumber) + ": " +
-                   *failure;
+            return "sample source " + std::string(kPlanName) + ", line " + std::to_string(lineNumber) + ": " + *failure;
     }
     if (writer_.InArchive()) return std::string("the plan ends inside an archive");
     return std::nullopt;
@@ -224,7 +223,8 @@ Failure PlanRunner::Bytes(const std::string& target, const std::string& sizeText
 
 Failure PlanRunner::Assets(const std::string& folder, int count) {
     const std::vector<std::string_view> parts = SplitOn(folder, '\\');
-    if (parts.size() != 3 || parts[0] != "Assets") return "generated assets go to Assets\\PROVIDER\\PRODUCT, not " + folder;
+    if (parts.size() != 3 || parts[0] != "Assets")
+        return "generated assets go to Assets\\PROVIDER\\PRODUCT, not " + folder;
     assetFolder_ = folder;
     assetProvider_ = parts[1];
     assetProduct_ = parts[2];

@@ -34,7 +34,9 @@ SampleWriter::SampleWriter(std::filesystem::path root) : root_(std::move(root)) 
 
 SampleWriter::~SampleWriter() = default;
 
-std::filesystem::path SampleWriter::HostPath(const std::string& path) const { return root_ / Slashed(path); }
+std::filesystem::path SampleWriter::HostPath(const std::string& path) const {
+    return root_ / Slashed(path);
+}
 
 Failure SampleWriter::Put(const std::string& path, std::string bytes) {
     if (!InArchive()) return WriteLoose(path, bytes);

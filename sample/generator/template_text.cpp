@@ -15,12 +15,16 @@ std::string At(const std::string& source, int line) {
     return "sample source " + source + ", line " + std::to_string(line) + ": ";
 }
 
-bool IsHex(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
+bool IsHex(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
 
 // Splits the inside of an include line: the file, then name=value pairs.
 bool ParseInclude(std::string_view inner, std::string& file, std::vector<std::pair<std::string, std::string>>& args) {
     std::size_t i = 0;
-    auto skipBlanks = [&] { while (i < inner.size() && inner[i] == ' ') ++i; };
+    auto skipBlanks = [&] {
+        while (i < inner.size() && inner[i] == ' ') ++i;
+    };
     skipBlanks();
     while (i < inner.size() && inner[i] != ' ') file += inner[i++];
     for (skipBlanks(); i < inner.size(); skipBlanks()) {
@@ -66,7 +70,9 @@ bool ParseGuid(std::string_view text, std::uint64_t& u0, std::uint64_t& u1) {
         if (!dash && !IsHex(text[i])) return false;
         if (!dash) digits += text[i];
     }
-    auto field = [&](std::size_t from, std::size_t count) { return std::stoull(digits.substr(from, count), nullptr, 16); };
+    auto field = [&](std::size_t from, std::size_t count) {
+        return std::stoull(digits.substr(from, count), nullptr, 16);
+    };
     u0 = field(0, 8) | (field(8, 4) << 32) | (field(12, 4) << 48);
     u1 = 0;
     for (int b = 0; b < 8; ++b) u1 |= field(16 + 2 * static_cast<std::size_t>(b), 2) << (8 * b);

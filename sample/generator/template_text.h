@@ -9,9 +9,9 @@
 //                   the value; {{name.u0}}, {{name.u1}} that GUID's two numbers
 //   {{id}}          a fresh element id; {{key}} a fresh GUID as text
 // A line that holds only {{@file name=value name=$other name="a value"}} is replaced by
-// that source (the file may be given as $name too), filled with the names known here plus those given, each of its lines
-// indented as the include line is. Ids and keys come from the output's own name, so the
-// same output always gets the same ones.
+// that source (the file may be given as $name too), filled with the names known here plus those given, each of its
+// lines indented as the include line is. Ids and keys come from the output's own name, so the same output always gets
+// the same ones.
 
 #include <cstdint>
 #include <map>

@@ -30,11 +30,16 @@ std::optional<PixelFormat> ParsePixelFormat(std::string_view word) {
 
 const char* FormatWord(PixelFormat format) {
     switch (format) {
-        case PixelFormat::Dxt1: return "HC_IMAGE_FORMAT_COMPRESSED";
-        case PixelFormat::Dxt3: return "HC_IMAGE_FORMAT_COMPRESSED_EXPL_ALPHA";
-        case PixelFormat::Dxt5: return "HC_IMAGE_FORMAT_COMPRESSED_INTERP_ALPHA";
-        case PixelFormat::Rgb: return "HC_IMAGE_FORMAT_COL888";
-        case PixelFormat::Argb: return "HC_IMAGE_FORMAT_COLA8888";
+        case PixelFormat::Dxt1:
+            return "HC_IMAGE_FORMAT_COMPRESSED";
+        case PixelFormat::Dxt3:
+            return "HC_IMAGE_FORMAT_COMPRESSED_EXPL_ALPHA";
+        case PixelFormat::Dxt5:
+            return "HC_IMAGE_FORMAT_COMPRESSED_INTERP_ALPHA";
+        case PixelFormat::Rgb:
+            return "HC_IMAGE_FORMAT_COL888";
+        case PixelFormat::Argb:
+            return "HC_IMAGE_FORMAT_COLA8888";
     }
     return "";
 }
@@ -44,11 +49,15 @@ std::size_t LevelSize(PixelFormat format, int width, int height) {
     const auto h = static_cast<std::size_t>(std::max(height, 1));
     const std::size_t blocks = ((w + 3) / 4) * ((h + 3) / 4);
     switch (format) {
-        case PixelFormat::Dxt1: return blocks * 8;
+        case PixelFormat::Dxt1:
+            return blocks * 8;
         case PixelFormat::Dxt3:
-        case PixelFormat::Dxt5: return blocks * 16;
-        case PixelFormat::Rgb: return w * h * 3;
-        case PixelFormat::Argb: return w * h * 4;
+        case PixelFormat::Dxt5:
+            return blocks * 16;
+        case PixelFormat::Rgb:
+            return w * h * 3;
+        case PixelFormat::Argb:
+            return w * h * 4;
     }
     return 0;
 }

@@ -12,7 +12,11 @@ namespace {
 TEST(MakeSampleVerb, ArgumentsAndOutcome) {
     testing::TempFolder root;
     const std::string dir = (root.path() / "Sample").string();
-    struct Case { std::vector<std::string> args; int code; std::string inOut, inErr; };
+    struct Case {
+        std::vector<std::string> args;
+        int code;
+        std::string inOut, inErr;
+    };
     const Case cases[] = {
         {{"make-sample"}, 2, "", "usage: ferrolund-cli make-sample DIR"},
         {{"make-sample", dir, "--tiles"}, 2, "", "--tiles needs a count"},

@@ -16,9 +16,9 @@ namespace fs = std::filesystem;
 
 std::string Crc(const std::string& bytes) {
     char text[12];
-    std::snprintf(text, sizeof text, "%08lX",
-                  crc32(crc32(0L, Z_NULL, 0), reinterpret_cast<const Bytef*>(bytes.data()),
-                        static_cast<uInt>(bytes.size())));
+    std::snprintf(
+        text, sizeof text, "%08lX",
+        crc32(crc32(0L, Z_NULL, 0), reinterpret_cast<const Bytef*>(bytes.data()), static_cast<uInt>(bytes.size())));
     return text;
 }
 
@@ -36,7 +36,8 @@ TEST(Sample, EveryBinaryConvertsBackToItsSourceXml) {
         if (file.archive.empty()) {
             binary = ReadBytes(OnDisk(SampleRoot(), file.path));
         } else {
-            if (!archives.count(file.archive)) archives[file.archive] = ArchiveMembers(OnDisk(SampleRoot(), file.archive));
+            if (!archives.count(file.archive))
+                archives[file.archive] = ArchiveMembers(OnDisk(SampleRoot(), file.archive));
             binary = archives[file.archive][file.path];
         }
         ASSERT_EQ(binary.compare(0, 4, "SERZ"), 0) << file.path;

@@ -14,7 +14,10 @@ namespace fs = std::filesystem;
 
 TEST(SampleGuid, TextAndHalvesAgreeWithTheGame) {
     // Pairs as the game writes them side by side in a cGUID.
-    struct Case { const char* text; std::uint64_t u0, u1; };
+    struct Case {
+        const char* text;
+        std::uint64_t u0, u1;
+    };
     const Case cases[] = {
         {"0ecf6b26-9b3a-4228-bb35-1bdbc3c6e223", 4767230879230552870ULL, 2585847680561001915ULL},
         {"b01bda98-a8d8-4615-ba62-1be3f3edb378", 5050128205786897048ULL, 8697556937125618362ULL},
@@ -34,9 +37,14 @@ TEST(SampleGuid, TextAndHalvesAgreeWithTheGame) {
 }
 
 TEST(SampleCount, OnlyPlainDigits) {
-    struct Case { const char* text; bool ok; int value; };
-    const Case cases[] = {{"12", true, 12}, {"0", true, 0}, {"007", true, 7}, {"", false, 0},
-                          {"-3", false, 0}, {"+3", false, 0}, {"3x", false, 0}, {" 3", false, 0}, {"99999999999", false, 0}};
+    struct Case {
+        const char* text;
+        bool ok;
+        int value;
+    };
+    const Case cases[] = {{"12", true, 12}, {"0", true, 0},   {"007", true, 7},
+                          {"", false, 0},   {"-3", false, 0}, {"+3", false, 0},
+                          {"3x", false, 0}, {" 3", false, 0}, {"99999999999", false, 0}};
     for (const Case& c : cases) {
         int value = -1;
         EXPECT_EQ(ParseCount(c.text, value), c.ok) << c.text;
@@ -45,7 +53,10 @@ TEST(SampleCount, OnlyPlainDigits) {
 }
 
 TEST(SampleMd5, KnownDigests) {
-    struct Case { std::string input; const char* hex; };
+    struct Case {
+        std::string input;
+        const char* hex;
+    };
     const Case cases[] = {
         {"", "d41d8cd98f00b204e9800998ecf8427e"},
         {"abc", "900150983cd24fb0d6963f7d28e17f72"},
@@ -63,7 +74,11 @@ TEST(SampleMd5, KnownDigests) {
 }
 
 TEST(SampleTextures, LevelSizesAndBlobText) {
-    struct Case { PixelFormat format; int w, h; std::size_t size; };
+    struct Case {
+        PixelFormat format;
+        int w, h;
+        std::size_t size;
+    };
     const Case cases[] = {
         {PixelFormat::Dxt1, 64, 64, 2048}, {PixelFormat::Dxt1, 2, 1, 8},   {PixelFormat::Dxt3, 32, 16, 512},
         {PixelFormat::Dxt5, 4, 4, 16},     {PixelFormat::Rgb, 16, 8, 384}, {PixelFormat::Argb, 1, 1, 4},

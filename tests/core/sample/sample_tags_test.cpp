@@ -91,7 +91,8 @@ const TagGroup kGroups[] = {
      "RetainerSlowReleaseRate MaxPower Has3rdRailPowerSupply MaxSpeed StartupTime ShutdownTime TractiveForceVSpeed "
      "TractiveEffortVThrottle AntiSlipBrakeCylinderPressure HasThyristorControl QuickPowerOffAtZeroThrottle "
      "SlowSpeedFittedPresent SlowSpeedFittedSpeedLimit CylinderPressureForBrakeToCutPower MaxContinuousForce AirSystem "
-     "HasLowPressureTest MinAirPressure CutOutPressure RestartPressure ReservoirVolume MainResMaxAirPressure Compressor "
+     "HasLowPressureTest MinAirPressure CutOutPressure RestartPressure ReservoirVolume MainResMaxAirPressure "
+     "Compressor "
      "PowerRating DynamicBrakesSystem DelayBeforeEngaging MaxEffectiveSpeed AutomaticCutInSpeed MinimumUsableSpeed "
      "MaxResistorCurrent BrakeEffortVsSpeed CausesAutoBailOff DieselUsedPerHourAtMaxPower DieselUsedPerHourAtIdle "
      "TimeToGetToMaxForce MaxCurrent OverloadCurrent TractiveEffortVFieldDivertProportion PowerUnit IdleRPM MaxRpm "
@@ -133,9 +134,9 @@ TEST(SampleTags, EveryTagThatAReaderLooksForOccurs) {
 
 TEST(SampleTags, TexturesComeInEveryFormatWithSeveralLevels) {
     const std::string& text = AllText();
-    for (const char* format : {"HC_IMAGE_FORMAT_COMPRESSED<", "HC_IMAGE_FORMAT_COMPRESSED_EXPL_ALPHA<",
-                               "HC_IMAGE_FORMAT_COMPRESSED_INTERP_ALPHA<", "HC_IMAGE_FORMAT_COL888<",
-                               "HC_IMAGE_FORMAT_COLA8888<"})
+    for (const char* format :
+         {"HC_IMAGE_FORMAT_COMPRESSED<", "HC_IMAGE_FORMAT_COMPRESSED_EXPL_ALPHA<",
+          "HC_IMAGE_FORMAT_COMPRESSED_INTERP_ALPHA<", "HC_IMAGE_FORMAT_COL888<", "HC_IMAGE_FORMAT_COLA8888<"})
         EXPECT_NE(text.find(format), std::string::npos) << format;
     std::size_t most = 0;
     for (const CompiledFile& file : SampleMade().compiled) {
@@ -151,7 +152,9 @@ TEST(SampleTags, TexturesComeInEveryFormatWithSeveralLevels) {
 TEST(SampleTags, RouteNamesCarryTheAwkwardCharacters) {
     const std::string& text = AllText();
     for (const char* needle : {">Ostvale Valley, North: Main Line<", "&amp; le Sommet<",
-                               "Br\xC3\xBC" "ckenau \xC3\xBC" "ber H\xC3\xB6henweg<"})
+                               "Br\xC3\xBC"
+                               "ckenau \xC3\xBC"
+                               "ber H\xC3\xB6henweg<"})
         EXPECT_NE(text.find(needle), std::string::npos) << needle;
 }
 
