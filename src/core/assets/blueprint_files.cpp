@@ -104,8 +104,9 @@ void AddGeometry(app::AppContext& ctx, const std::string& geometryFile, ReportLi
 
 }  // namespace
 
-void CheckTexture(std::string_view xml, const std::string& base, const std::string& geometryFile, TextureForm form,
-                  ReportList& report) {
+std::vector<TextureEntry> TextureEntries(std::string_view xml, const std::string& base, const std::string& geometryFile,
+                                         bool stopAtBlob) {
+    std::vector<TextureEntry> entries;
     bool inBlock = false;
     std::size_t start = 0;
     while (start < xml.size()) {
@@ -113,8 +114,8 @@ void CheckTexture(std::string_view xml, const std::string& base, const std::stri
         if (end == std::string_view::npos) end = xml.size();
         const std::string_view line = xml.substr(start, end - start);
         start = end + 1;
-        if (InStr(line, "<Owner ") > 0) return;
-        if (form == TextureForm::ListingToBlob && InStr(line, "<d:blob") > 0) return;
+        if (InStr(line, "<Owner ") > 0) break;
+        if (stopAtBlob && InStr(line, "<d:blob") > 0) break;
         if (!inBlock) {
             inBlock = InStr(line, "<TextureByName") > 0;
             continue;
@@ -123,26 +124,31 @@ void CheckTexture(std::string_view xml, const std::string& base, const std::stri
             inBlock = false;
             continue;
         }
+        const std::size_t open = line.find('>');
+        const std::size_t mark = open == std::string_view::npos ? open : line.find('[', open);
         std::string value = TextureValue(line);
-        const std::string file = TexturePrefix(value, base, geometryFile) + value + ".TgPcDx";
+        std::string file = TexturePrefix(value, base, geometryFile) + value + ".TgPcDx";
+        entries.push_back({std::move(file), mark == std::string_view::npos ? std::string("00")
+                                                                             : std::string(line.substr(mark + 1, 2))});
+    }
+    return entries;
+}
+
+void CheckTexture(std::string_view xml, const std::string& base, const std::string& geometryFile, TextureForm form,
+                  ReportList& report) {
+    for (const TextureEntry& entry : TextureEntries(xml, base, geometryFile, form == TextureForm::ListingToBlob)) {
         if (form != TextureForm::Checking) {
-            report.add(file);
-        } else if (!tools::FileExists(file) && !tools::FileExists(tools::FixEntitiesCopy(file))) {
-            report.addMissing(file);
+            report.add(entry.file);
+        } else if (!tools::FileExists(entry.file) && !tools::FileExists(tools::FixEntitiesCopy(entry.file))) {
+            report.addMissing(entry.file);
         }
     }
 }
 
 std::vector<std::string> ShowTexture(std::string_view xml, const std::string& base, const std::string& geometryFile) {
-    ReportList list;
-    CheckTexture(xml, base, geometryFile, TextureForm::ListingToBlob, list);
-    std::vector<std::string> lines;
-    for (std::size_t start = 0; start < list.text.size();) {
-        const std::size_t end = list.text.find("\r\n", start);
-        lines.push_back(list.text.substr(start, end - start));
-        start = end + 2;
-    }
-    return lines;
+    std::vector<std::string> files;
+    for (TextureEntry& entry : TextureEntries(xml, base, geometryFile, true)) files.push_back(std::move(entry.file));
+    return files;
 }
 
 void GetAudio(app::AppContext& ctx, const std::string& blueprintFile, ReportList& report) {

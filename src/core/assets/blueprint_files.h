@@ -25,6 +25,17 @@ enum class TextureForm {
     ListingToBlob  // the listing form that also stops at the geometry's binary data
 };
 
+// One texture a geometry names: its file as formed, and the two characters of its "[nn]"
+// marker ("00" without one), which tell its seasonal siblings.
+struct TextureEntry {
+    std::string file;
+    std::string kind;
+};
+// The texture list of a converted geometry, read to the end of the materials (and, with
+// `stopAtBlob`, no further than its binary data).
+std::vector<TextureEntry> TextureEntries(std::string_view geometryXml, const std::string& base,
+                                         const std::string& geometryFile, bool stopAtBlob);
+
 // The textures of a converted geometry (its XML text). `base` is the geometry file's
 // folder ending in '\', `geometryFile` the geometry file's path.
 void CheckTexture(std::string_view geometryXml, const std::string& base, const std::string& geometryFile,

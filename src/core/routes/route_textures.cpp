@@ -75,29 +75,6 @@ std::vector<std::string> SeasonalSuffixes(std::string_view kind) {
     return {""};
 }
 
-std::vector<std::string> TextureKinds(std::string_view xml) {
-    std::vector<std::string> kinds;
-    bool inBlock = false;
-    for (std::size_t start = 0; start < xml.size();) {
-        std::size_t end = xml.find('\n', start);
-        if (end == std::string_view::npos) end = xml.size();
-        const std::string_view line = xml.substr(start, end - start);
-        start = end + 1;
-        if (InStr(line, "<Owner ") > 0 || InStr(line, "<d:blob") > 0) break;
-        if (!inBlock) {
-            inBlock = InStr(line, "<TextureByName") > 0;
-            continue;
-        }
-        if (InStr(line, "</TextureByName") > 0 || InStr(line, "<e") == 0) {
-            inBlock = false;
-            continue;
-        }
-        const std::size_t open = line.find('>');
-        const std::size_t mark = open == std::string_view::npos ? open : line.find('[', open);
-        kinds.push_back(mark == std::string_view::npos ? std::string("00") : std::string(line.substr(mark + 1, 2)));
-    }
-    return kinds;
-}
 
 void FindGeopcdx(app::AppContext& ctx, const std::vector<std::string>& assets, TextureCheck& check) {
     assets::ReportList audio;
@@ -168,13 +145,9 @@ void FindTextures(app::AppContext& ctx, const std::string& routePath, TextureChe
         }
         const std::size_t cut = file.find_last_of('\\');
         const std::string base = file.substr(0, cut + 1);
-        const std::vector<std::string> kinds = TextureKinds(xml);
-        const std::vector<std::string> formed = assets::ShowTexture(xml, base, file);
-        for (std::size_t k = 0; k < formed.size(); ++k) {
-            const std::string& texture = formed[k];
-            if (!EndsWith(texture, ".TgPcDx")) continue;
-            const std::string stem = texture.substr(0, texture.size() - 7);
-            for (const std::string& suffix : SeasonalSuffixes(k < kinds.size() ? kinds[k] : "00"))
+        for (const assets::TextureEntry& entry : assets::TextureEntries(xml, base, file, true)) {
+            const std::string stem = entry.file.substr(0, entry.file.size() - 7);
+            for (const std::string& suffix : SeasonalSuffixes(entry.kind))
                 TestTexture(stem + suffix + ".TgPcDx", g.caller, check);
             if (EndsWith(stem, "_nm")) TestTexture(stem + "c.TgPcDx", g.caller, check);
         }

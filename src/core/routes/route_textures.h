@@ -28,10 +28,6 @@ struct TextureCheck {
 // "" always, then "_WI" (08), "_SP", "_WI" (09), "_AU", "_WI" (0c), "_SP", "_AU", "_WI" (0d).
 std::vector<std::string> SeasonalSuffixes(std::string_view kind);
 
-// The "[nn]" kinds of the TextureByName entries of a geometry's XML, one an entry, in the
-// order in which the blueprint reader's listing gives their files.
-std::vector<std::string> TextureKinds(std::string_view geometryXml);
-
 // FindGeopcdx: the geometry, cross-section, animation and script files of each blueprint
 // that exist. Audio blueprints (a path with "\Audio\") go through GetAudio instead.
 void FindGeopcdx(app::AppContext& ctx, const std::vector<std::string>& assets, TextureCheck& check);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "assets/blueprint_files.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <set>
@@ -133,7 +135,13 @@ TEST(RouteCheckTextures, KindsOfTheTextureEntries) {
         "<TextureByName>\r\n<e d:type=\"cDeltaString\">[09]body</e>\r\n<e d:type=\"cDeltaString\">roof</e>\r\n"
         "<e d:type=\"cDeltaString\">..\\..\\Shared\\[0d]glass</e>\r\n</TextureByName>\r\n<d:blob>\r\n"
         "<TextureByName>\r\n<e>[08]late</e>\r\n";
-    EXPECT_EQ(TextureKinds(xml), (std::vector<std::string>{"09", "00", "0d"}));
+    std::vector<std::string> kinds, files;
+    for (const auto& entry : assets::TextureEntries(xml, "G\\A\\B\\", "G\\A\\B\\g.GeoPcDx", true)) {
+        kinds.push_back(entry.kind);
+        files.push_back(entry.file);
+    }
+    EXPECT_EQ(kinds, (std::vector<std::string>{"09", "00", "0d"}));
+    EXPECT_EQ(files, (std::vector<std::string>{"G\\A\\B\\body.TgPcDx", "G\\A\\B\\roof.TgPcDx", "G\\Shared\\glass.TgPcDx"}));
 }
 
 // The sample's route "Ostvale Valley" against its manifest.
