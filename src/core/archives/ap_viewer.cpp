@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "archives/extract.h"
 #include "services/scan_path.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
@@ -59,47 +60,10 @@ long ApViewer::folderCount() const {
 
 long ApViewer::fileCount() const { return static_cast<long>(archive_.entries().size()) - folderCount(); }
 
-bool ApViewer::needArchive(app::AppContext& ctx) const {
-    if (isOpen()) return true;
-    if (ctx.ui) {
-        ctx.ui->message("You must Open an Archive before you can\r\n            Extract anything from it!",
-                        app::Icon::Critical, "Error");
-    }
-    return false;
-}
-
 bool ApViewer::extract(app::AppContext& ctx, bool selectedOnly, const std::vector<std::size_t>& selected,
                        bool toArchiveFolder) {
-    if (!needArchive(ctx)) return false;
-    if (selectedOnly && selected.empty()) {
-        if (ctx.ui) ctx.ui->message("You have not selected any items to unpack", app::Icon::Exclamation);
-        return false;
-    }
-    std::string folder;
-    if (toArchiveFolder) {
-        folder = archive_.path().substr(0, archive_.path().find_last_of("\\/"));
-    } else {
-        if (!ctx.ui) return false;
-        const auto chosen = ctx.ui->chooseFolder("Select destination directory", destinationFolder);
-        if (!chosen) return false;
-        const auto confirmed =
-            ctx.ui->input("Confirm Save Path", selectedOnly ? "Save Selected Files to: " : "Save to: ", *chosen);
-        if (!confirmed || confirmed->empty()) return false;
-        folder = *confirmed;
-    }
-    if (ctx.ui) ctx.ui->busy(true);
-    const ExtractOutcome out = ExtractEntries(ctx, archive_, selectedOnly ? selected : AllIndices(archive_),
-                                              {.target = folder, .fullPaths = fullPath});
-    if (ctx.ui) ctx.ui->busy(false);
-    for (const auto& name : out.refused) {
-        ctx.report({app::err::kPathFileAccess, "The entry " + name + " names a place outside " + folder +
-                                                   " and was not unpacked"},
-                   kModule);
-    }
-    for (const auto& error : out.errors) ctx.report(error, kModule);
-    destinationFolder = folder;
-    if (ctx.ui) ctx.ui->status(0, "Extract Completed");
-    return true;
+    return RunExtractCommand(ctx, archive_, {selectedOnly, selected, toArchiveFolder, fullPath}, destinationFolder,
+                             kModule);
 }
 
 std::optional<std::size_t> ApViewer::findFile(app::AppContext& ctx, const std::string& name) const {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/app_context.h"
-#include "archives/extract.h"
+#include "archives/extract_command.h"
 #include "archives/zip_archive.h"
 
 namespace ferrolund::archives {
@@ -46,7 +46,6 @@ public:
     std::optional<std::string> viewEntry(app::AppContext& ctx, std::size_t index);
 
 private:
-    bool needArchive(app::AppContext& ctx) const;
     ZipArchive archive_;
 };
 

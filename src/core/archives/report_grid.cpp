@@ -182,9 +182,10 @@ std::vector<std::size_t> ReportGrid::mainContentRows() const {
 
 void ReportGrid::clear() { setRows({}); }
 
-void ReportGrid::loadCsv(const std::string& text) {
-    services::ReportTable loaded = services::ParseCsv(text);
-    if (!loaded.headings.empty()) table.headings = loaded.headings;
+void ReportGrid::loadCsv(const std::string& text) { loadTable(services::ParseCsv(text)); }
+
+void ReportGrid::loadTable(services::ReportTable loaded) {
+    if (!loaded.headings.empty()) table.headings = std::move(loaded.headings);
     setRows(std::move(loaded.rows));
 }
 

@@ -62,6 +62,9 @@ public:
     app::Status save(const std::string& path) const { return services::SaveReportTable(path, table); }
     // "Load CSV file": the file's rows replace the grid's.
     void loadCsv(const std::string& text);
+    // A table read from a file replaces the grid's rows; its heading row, when it has one,
+    // the grid's headings.
+    void loadTable(services::ReportTable loaded);
     // A row as the clipboard gets it: its cells joined by tabs.
     std::string rowText(std::size_t row) const;
 };

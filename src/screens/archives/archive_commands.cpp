@@ -1,10 +1,13 @@
 // The main menu's commands of the archives area.
 #include "archives/make_batch.h"
-#include "archives/overlength.h"
 #include "archives/report_grid.h"
+#include "archives/xls_reader.h"
 #include "screens/app/frmEditor.h"
 #include "screens/app/menu_commands.h"
+#include "screens/archives/archive_search.h"
+#include "screens/archives/folder_screens.h"
 #include "screens/archives/frmListRS.h"
+#include "screens/archives/frmNewAP.h"
 #include "screens/services/frmReport.h"
 #include "tools/files.h"
 
@@ -12,16 +15,15 @@ namespace ferrolund::screens {
 
 namespace {
 
-void FindArchivesCommand(app::AppContext& ctx, QWidget* parent, const std::string& folder, const std::string& mask) {
-    std::vector<std::string> overlength;
-    if (ctx.ui) ctx.ui->busy(true);
-    ctx.abortFlag = false;
-    archives::ReportGrid grid = archives::FindArchives(ctx, {folder, mask}, overlength);
-    if (ctx.ui) ctx.ui->busy(false);
-    ShowReportGrid(ctx, parent, std::move(grid));
-    if (!overlength.empty()) {
-        ShowReport(ctx, parent, archives::kOverlengthCaption, archives::OverlengthReport(overlength));
-    }
+// Asks for a report file in AppRoot\Reports (made when missing); its bytes, or nothing
+// when the dialog was cancelled.
+std::optional<std::string> AskReportFile(app::AppContext& ctx, const std::string& title, const std::string& filter) {
+    if (!ctx.ui) return std::nullopt;
+    const std::string reports = ctx.appPath("Reports");
+    tools::CreatePath(reports);
+    const auto file = ctx.ui->chooseOpenFile(title, filter, reports);
+    if (!file || file->empty()) return std::nullopt;
+    return tools::ReadTextFile(*file);
 }
 
 }  // namespace
@@ -44,14 +46,30 @@ void RegisterArchiveCommands(MenuCommands& menu) {
         screen->show();
     });
     menu.add("mnuCSV", [&ctx, window] {
-        if (!ctx.ui) return;
-        const std::string reports = ctx.appPath("Reports");
-        tools::CreatePath(reports);
-        const auto file = ctx.ui->chooseOpenFile("Load Grid from File", "Comma Separated (*.csv)|*.csv", reports);
-        if (!file || file->empty()) return;
+        const auto text = AskReportFile(ctx, "Load Grid from File", "Comma Separated (*.csv)|*.csv");
+        if (!text) return;
         archives::ReportGrid grid;
-        grid.loadCsv(tools::ReadTextFile(*file));
+        grid.loadCsv(*text);
         ShowReportGrid(ctx, window, std::move(grid));
+    });
+    menu.add("mnuExcel", [&ctx, window] {
+        const auto bytes = AskReportFile(ctx, "Open Excel Report", "Excel file (*.xls)|*.xls");
+        if (!bytes) return;
+        auto parsed = archives::ParseXls(*bytes);
+        if (auto* error = std::get_if<app::RunError>(&parsed)) {
+            ctx.report(*error, "frmEditor");
+            return;
+        }
+        archives::ReportGrid grid;
+        grid.loadTable(std::get<services::ReportTable>(std::move(parsed)));
+        ShowReportGrid(ctx, window, std::move(grid));
+    });
+    menu.add("mnuSce", [&ctx, window] { FindArchivesCommand(ctx, window, ctx.gameRoot(), "Scenario.ap"); });
+    menu.add("mnuAP", [&ctx, window] { ShowArchiveScreen(ctx, window); });
+    menu.add("mnuClearTemp", [&ctx, window] {
+        auto* screen = new frmFolder6(ctx, window);
+        screen->setAttribute(Qt::WA_DeleteOnClose);
+        screen->show();
     });
 }
 
