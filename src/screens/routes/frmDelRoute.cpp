@@ -1,0 +1,359 @@
+#include "screens/routes/frmDelRoute.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <QCloseEvent>
+#include <QColor>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "archives/report_grid.h"
+#include "screens/app/qt_text.h"
+#include "screens/archives/frmListRS.h"
+#include "screens/services/frmReport.h"
+#include "tools/files.h"
+
+namespace ferrolund::screens {
+
+namespace {
+
+constexpr const char* kModule = "frmDelRoute";
+constexpr int kNameWidth = 320;  // pixels; a name column never narrower
+
+// The live commands a long run disables; "&Abort" stands in their place meanwhile.
+constexpr const char* kRunLocked[] = {"Command1", "Command4", "Command26"};
+
+QTableWidget* MakeGrid(QWidget* parent, const char* name, const QStringList& headings) {
+    auto* grid = new QTableWidget(0, static_cast<int>(headings.size()), parent);
+    grid->setObjectName(name);
+    grid->setHorizontalHeaderLabels(headings);
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    grid->verticalHeader()->hide();
+    grid->verticalHeader()->setDefaultSectionSize(grid->fontMetrics().height() + 4);
+    grid->horizontalHeader()->setStretchLastSection(true);
+    return grid;
+}
+
+void AddRow(QTableWidget* grid, const std::vector<std::string>& cells, const QColor* colour = nullptr) {
+    const int row = grid->rowCount();
+    grid->insertRow(row);
+    for (std::size_t c = 0; c < cells.size() && static_cast<int>(c) < grid->columnCount(); ++c) {
+        auto* item = new QTableWidgetItem(ToQt(cells[c]));
+        if (colour) item->setForeground(*colour);
+        grid->setItem(row, static_cast<int>(c), item);
+    }
+}
+
+std::string Cell(const QTableWidget* grid, int row, int column) {
+    const QTableWidgetItem* item = grid->item(row, column);
+    return item ? FromQt(item->text()) : std::string();
+}
+
+QColor ColourOf(std::uint32_t rgb) { return QColor((rgb >> 16) & 0xff, (rgb >> 8) & 0xff, rgb & 0xff); }
+
+}  // namespace
+
+// While a check runs, its progress goes to the screen's own bar as well, and every other
+// call to the person at the screen is passed on unchanged.
+class frmDelRoute::RunUi : public app::Ui {
+public:
+    RunUi(frmDelRoute& form, app::Ui* inner) : form_(form), inner_(inner) {}
+    void message(const std::string& text, app::Icon icon, const std::string& title) override {
+        inner_->message(text, icon, title);
+    }
+    app::Answer ask(const std::string& text, app::Buttons buttons, app::Icon icon, const std::string& title) override {
+        return inner_->ask(text, buttons, icon, title);
+    }
+    std::optional<std::string> input(const std::string& title, const std::string& prompt,
+                                     const std::string& defaultText) override {
+        return inner_->input(title, prompt, defaultText);
+    }
+    std::optional<std::string> chooseOpenFile(const std::string& title, const std::string& filter,
+                                              const std::string& startFolder) override {
+        return inner_->chooseOpenFile(title, filter, startFolder);
+    }
+    std::optional<std::string> chooseSaveFile(const std::string& title, const std::string& filter,
+                                              const std::string& startFolder) override {
+        return inner_->chooseSaveFile(title, filter, startFolder);
+    }
+    std::optional<std::string> chooseFolder(const std::string& title, const std::string& startFolder) override {
+        return inner_->chooseFolder(title, startFolder);
+    }
+    void progress(int percent, const std::string& caption) override {
+        form_.showProgress(percent, caption);
+        inner_->progress(percent, caption);
+    }
+    void status(int panel, const std::string& text) override { inner_->status(panel, text); }
+    void busy(bool on) override { inner_->busy(on); }
+    void pump() override { inner_->pump(); }
+
+private:
+    frmDelRoute& form_;
+    app::Ui* inner_;
+};
+
+frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent), ctx_(ctx) {
+    setObjectName("frmDelRoute");
+    setWindowTitle("Check Routes or Scenarios");
+    auto lang = [this](int n) { return ToQt(ctx_.langText(n, {}, kModule)); };
+
+    list1_ = MakeGrid(this, "List1", {lang(116), lang(117), "Slot"});
+    list1_->setColumnHidden(2, true);
+    connect(list1_, &QTableWidget::cellClicked, this, [this] {
+        if (!running_) listScenarios();
+    });
+    list3_ = MakeGrid(this, "List3", {lang(118), lang(119), "Folder", "Route"});
+    list3_->setColumnHidden(2, true);
+    list3_->setColumnHidden(3, true);
+    list1_->setColumnWidth(0, kNameWidth);
+    list3_->setColumnWidth(0, kNameWidth);
+    label7_ = new QLabel("0", this);
+    label7_->setObjectName("Label7");
+    label9_ = new QLabel("0", this);
+    label9_->setObjectName("Label9");
+    notes_ = new QPlainTextEdit(this);
+    notes_->setObjectName("Text1");
+    notes_->setReadOnly(true);
+    notes_->setMaximumHeight(90);
+    notes_->hide();
+    progress_ = new QProgressBar(this);
+    progress_->setObjectName("ProgressBar1");
+    progress_->setRange(0, 100);
+    progress_->hide();
+
+    auto* bar = new QMenuBar(this);
+    QMenu* misc = bar->addMenu(lang(147));
+    misc->setObjectName("mnuMix");
+    // Terrain textures and the asset folder are not part of this build yet.
+    misc->addAction(lang(148))->setObjectName("mnuTex");
+    misc->addAction(lang(149))->setObjectName("mnuCRF");
+    for (QAction* action : misc->actions()) action->setEnabled(false);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(bar);
+    auto* routeHead = new QHBoxLayout;
+    auto* routeCaption = new QLabel(lang(115), this);
+    routeCaption->setObjectName("Label1");
+    routeHead->addWidget(routeCaption);
+    routeHead->addStretch();
+    routeHead->addWidget(new QLabel(lang(138), this));
+    routeHead->addWidget(label7_);
+    layout->addLayout(routeHead);
+    layout->addWidget(list1_, 3);
+
+    auto* legend = new QHBoxLayout;
+    for (routes::ScenarioKind kind : {routes::ScenarioKind::QuickDrive, routes::ScenarioKind::FreeRoam,
+                                      routes::ScenarioKind::Career, routes::ScenarioKind::Workshop,
+                                      routes::ScenarioKind::Standard, routes::ScenarioKind::Timetable}) {
+        const routes::ScenarioLegend* entry = routes::LegendOf(kind);
+        auto* label = new QLabel(QString::fromLatin1(entry->label), this);
+        label->setObjectName(QString("Legend%1").arg(static_cast<int>(kind)));
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::WindowText, ColourOf(entry->rgb));
+        label->setPalette(palette);
+        legend->addWidget(label);
+    }
+    legend->addStretch();
+    legend->addWidget(new QLabel(lang(139), this));
+    legend->addWidget(label9_);
+    layout->addLayout(legend);
+    layout->addWidget(list3_, 4);
+    layout->addWidget(notes_);
+    layout->addWidget(progress_);
+
+    auto* buttonGrid = new QGridLayout;
+    layout->addLayout(buttonGrid);
+    connect(addButton("Command1", FromQt(lang(120))), &QPushButton::clicked, this, &frmDelRoute::listScenarios);
+    connect(addButton("Command4", FromQt(lang(122))), &QPushButton::clicked, this, &frmDelRoute::checkSelectedRoute);
+    connect(addButton("Command26", FromQt(lang(133))), &QPushButton::clicked, this, &frmDelRoute::listClassTable);
+    // The commands that come with the later parts of this screen stand greyed until then.
+    for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command12", 134}, std::pair{"Command2", 135},
+                                  std::pair{"Command20", 136}, std::pair{"Command11", 137}}) {
+        addButton(name, FromQt(lang(n)))->setEnabled(false);
+    }
+    QPushButton* abort = addButton("Command10", FromQt(lang(383)));
+    connect(abort, &QPushButton::clicked, this, &frmDelRoute::abortRun);
+    QPushButton* close = addButton("CancelButton", FromQt(lang(9)));
+    connect(close, &QPushButton::clicked, this, &QDialog::close);
+    int i = 0;
+    for (const char* name : {"Command1", "Command4", "Command26", "Command24", "Command12", "Command2", "Command20",
+                             "Command11", "Command10", "CancelButton"}) {
+        buttonGrid->addWidget(buttons_.at(name), i / 5, i % 5);
+        ++i;
+    }
+    abort->hide();
+    resize(900, 640);
+}
+
+frmDelRoute::~frmDelRoute() = default;
+
+QPushButton* frmDelRoute::addButton(const std::string& name, const std::string& caption) {
+    auto* b = new QPushButton(ToQt(caption), this);
+    b->setObjectName(QString::fromStdString(name));
+    buttons_[name] = b;
+    return b;
+}
+
+QPushButton* frmDelRoute::button(const std::string& name) const {
+    const auto found = buttons_.find(name);
+    return found == buttons_.end() ? nullptr : found->second;
+}
+
+bool frmDelRoute::loadRoutes() {
+    const std::string file = ctx_.appPath("IndexFiles\\RouteIndex.csv");
+    if (!tools::FileExists(file)) return false;
+    const routes::RouteIndex index = routes::ParseRouteIndex(tools::ReadTextFile(file));
+    list1_->setSortingEnabled(false);
+    list1_->setRowCount(0);
+    for (int r = 0; r < index.count(); ++r) {
+        AddRow(list1_, {index.routeName[r], index.routeFolder[r], index.routeSlot[r]});
+        if (QTableWidgetItem* slot = list1_->item(r, 2)) slot->setData(Qt::DisplayRole, std::atoi(index.routeSlot[r].c_str()));
+    }
+    label7_->setText(QString::number(list1_->rowCount()));
+    list1_->sortItems(0, Qt::AscendingOrder);
+    list1_->resizeColumnToContents(0);
+    list1_->setColumnWidth(0, std::max(list1_->columnWidth(0), kNameWidth));
+    if (list1_->rowCount() > 0) list1_->selectRow(0);
+    return true;
+}
+
+bool frmDelRoute::selectedRoute(std::string& name, std::string& folder) const {
+    const QList<QTableWidgetSelectionRange> ranges = list1_->selectedRanges();
+    int first = -1;
+    for (const QTableWidgetSelectionRange& range : ranges)
+        if (first < 0 || range.topRow() < first) first = range.topRow();
+    if (first < 0) return false;
+    name = Cell(list1_, first, 0);
+    folder = Cell(list1_, first, 1);
+    return true;
+}
+
+void frmDelRoute::showScenarios(const routes::ScenarioListing& listing) {
+    list3_->setRowCount(0);
+    scenarioFolders_.clear();
+    if (listing.rows.empty()) {
+        AddRow(list3_, {listing.note});
+        scenarioFolders_.emplace_back();
+        label9_->setText("0");
+        return;
+    }
+    QColor colour(0, 0, 0);
+    for (const routes::ScenarioRow& row : listing.rows) {
+        // A class outside the legend keeps the colour of the row before it.
+        if (const routes::ScenarioLegend* legend = routes::LegendOf(row.kind)) colour = ColourOf(legend->rgb);
+        AddRow(list3_, {row.name, row.devString, row.folder, row.routeFolder}, &colour);
+        scenarioFolders_.push_back(row.folder);
+    }
+    label9_->setText(QString::number(list3_->rowCount()));
+    list3_->resizeColumnToContents(0);
+    list3_->setColumnWidth(0, std::max(list3_->columnWidth(0), kNameWidth));
+}
+
+void frmDelRoute::listScenarios() {
+    std::string name, folder;
+    if (!selectedRoute(name, folder)) return;
+    ctx_.currentRoutine = "Command1_Click";
+    listedRoute_ = folder;
+    showScenarios(routes::ListScenarios(ctx_.gameRoot(), folder, ctx_.prefs.language));
+}
+
+void frmDelRoute::listClassTable() {
+    ctx_.currentRoutine = "Command26_Click";
+    routes::RouteIndex index;
+    for (int r = 0; r < list1_->rowCount(); ++r) {
+        index.routeName.push_back(Cell(list1_, r, 0));
+        index.routeFolder.push_back(Cell(list1_, r, 1));
+        index.routeSlot.push_back(Cell(list1_, r, 2));
+    }
+    ShowReport(ctx_, this, {}, routes::ClassTable(ctx_.gameRoot(), index));
+}
+
+void frmDelRoute::setRunning(bool on) {
+    running_ = on;
+    for (const char* name : kRunLocked)
+        if (QPushButton* b = button(name)) b->setEnabled(!on);
+    button("Command10")->setVisible(on);
+    if (!on) progress_->hide();
+}
+
+void frmDelRoute::showProgress(int percent, const std::string& caption) {
+    progress_->setVisible(percent >= 0 && percent < 100);
+    progress_->setValue(percent);
+    progress_->setFormat(ToQt(caption));
+}
+
+void frmDelRoute::abortRun() {
+    ctx_.abortFlag = true;
+    for (const char* name : kRunLocked)
+        if (QPushButton* b = button(name)) b->setEnabled(true);
+}
+
+void frmDelRoute::showListing(const std::string& routeName, const routes::ReportListing& listing) {
+    archives::ReportGrid grid;
+    grid.mode = listing.missingItems ? archives::kModeRouteCheck : archives::kModeRouteItems;
+    grid.heading = listing.heading;
+    grid.table.headings = {listing.heading};
+    grid.setRows(listing.rows);
+    const std::string saved = routes::SaveListing(ctx_, routeName, listing);
+    if (!saved.empty()) ctx_.ui->status(1, saved);
+    ShowReportGrid(ctx_, this, std::move(grid));
+}
+
+void frmDelRoute::checkSelectedRoute() {
+    routes::CheckedRoute route;
+    if (running_ || !selectedRoute(route.name, route.folder)) return;
+    if (route.folder == listedRoute_)
+        for (const std::string& folder : scenarioFolders_)
+            if (!folder.empty()) route.scenarioFolders.push_back(folder);
+    notes_->clear();
+    notes_->hide();
+    setRunning(true);
+    app::Ui* screenUi = ctx_.ui;
+    RunUi relay(*this, screenUi);
+    ctx_.ui = &relay;
+    lastCheck_ = routes::CheckSelectedRoute(ctx_, route);
+    ctx_.ui = screenUi;
+    setRunning(false);
+    if (!lastCheck_.missingText.empty()) {
+        notes_->setPlainText(ToQt(lastCheck_.missingText).trimmed());
+        notes_->show();
+    }
+    for (const routes::ReportListing& listing : lastCheck_.lists) showListing(route.name, listing);
+    if (lastCheck_.unpacked) loadRoutes();
+}
+
+void frmDelRoute::closeEvent(QCloseEvent* event) {
+    // The check runs inside this screen's own calls: closing waits for it to stop.
+    if (running_) {
+        ctx_.abortFlag = true;
+        event->ignore();
+        return;
+    }
+    QDialog::closeEvent(event);
+}
+
+frmDelRoute* ShowDelRoute(app::AppContext& ctx, QWidget* parent) {
+    auto* screen = new frmDelRoute(ctx, parent);
+    if (!screen->loadRoutes()) {
+        delete screen;
+        ctx.ui->message("Run 'Index route properties' before using this option.", app::Icon::Information);
+        return nullptr;
+    }
+    screen->setAttribute(Qt::WA_DeleteOnClose);
+    screen->show();
+    return screen;
+}
+
+}  // namespace ferrolund::screens
