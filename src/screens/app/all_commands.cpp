@@ -5,12 +5,14 @@ namespace ferrolund::screens {
 
 void RegisterEditorToolCommands(MenuCommands& menu);  // screens/editor/editor_tool_commands.cpp
 void RegisterArchiveCommands(MenuCommands& menu);     // screens/archives/archive_commands.cpp
+void RegisterRouteCommands(MenuCommands& menu);       // screens/routes/route_commands.cpp
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
     RegisterDocumentCommands(menu);
     RegisterEditorToolCommands(menu);
     RegisterArchiveCommands(menu);
+    RegisterRouteCommands(menu);
 }
 
 }  // namespace ferrolund::screens
