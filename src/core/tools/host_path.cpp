@@ -1,5 +1,6 @@
 #include "tools/host_path.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <memory>
@@ -133,6 +134,7 @@ public:
 
     bool OnDisk() const { return stack_.back().folder != nullptr; }
     Folder* Current() const { return stack_.back().folder; }
+    const std::string& Path() const { return path_; }
 
 private:
     struct Level {
@@ -211,35 +213,55 @@ fs::path HostPath(std::string_view systemPath) {
 
 std::string SystemPath(const fs::path& hostPath) { return Cp1252FromUtf8(hostPath.string()); }
 
+// The program itself changed something at this path. The remembered listing of its
+// folder is corrected in place (a new name added, a removed one dropped, what lay below a
+// changed folder forgotten) and the folder's new time stamp is taken as seen, so that the
+// next look-up need not read the folder again: a folder that fills with thousands of files
+// one after another is never listed more than once.
 void ForgetPath(std::string_view systemPath) {
     std::lock_guard lock(gMutex);
     Walk walk(false);
-    Folder* parent = nullptr;
-    Entry* last = nullptr;
-    bool known = true;
-    Traverse(walk, systemPath, [&](std::string_view element) {
-        if (!known || element == ".") return;
+    std::vector<std::string_view> elements;
+    Traverse(walk, systemPath, [&](std::string_view element) { elements.push_back(element); });
+    if (elements.empty()) {
+        gRoot = Folder{};
+        return;
+    }
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const std::string_view element = elements[i];
+        if (element == ".") continue;
         if (element == "..") {
             walk.Leave();
-            return;
+            continue;
         }
-        parent = walk.Current();
-        last = walk.Find(element, Utf8FromCp1252(element));
-        if (last == nullptr) {
-            // Not in the listing, or nothing remembered here: nothing below is known,
-            // and the listing (if any) must be read again.
-            if (parent != nullptr) parent->listed = false;
-            known = false;
-            return;
+        Folder* parent = walk.Current();
+        if (parent == nullptr || !parent->listed) return;  // nothing remembered here
+        const std::string asWritten = Utf8FromCp1252(element);
+        Entry* entry = walk.Find(element, asWritten);
+        const bool last = i + 1 == elements.size();
+        if (entry != nullptr && !last) {
+            walk.Enter(*entry);
+            continue;
         }
-        walk.Enter(*last);
-    });
-    if (!known) return;
-    if (last != nullptr && parent != nullptr) {
-        last->folder.reset();
-        parent->listed = false;
-    } else {
-        gRoot = Folder{};
+        std::error_code ec;
+        const std::string parentPath = walk.Path();
+        const std::string onDisk = entry ? entry->onDisk : asWritten;
+        const bool exists = fs::exists(fs::symlink_status(parentPath + (parentPath.back() == '/' ? "" : "/") + onDisk, ec));
+        std::string key;
+        FoldInto(key, element);
+        if (entry == nullptr) {
+            if (exists) parent->names[key].push_back(Entry{asWritten, nullptr});
+        } else if (!exists) {
+            auto& same = parent->names[key];
+            same.erase(std::remove_if(same.begin(), same.end(), [&](const Entry& e) { return e.onDisk == onDisk; }),
+                       same.end());
+            if (same.empty()) parent->names.erase(key);
+        } else {
+            entry->folder.reset();
+        }
+        parent->stamp = StampOf(parentPath);
+        parent->settled = true;
+        return;
     }
 }
 

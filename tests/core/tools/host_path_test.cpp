@@ -71,6 +71,28 @@ TEST_F(HostPathTest, WhatTheProgramCreatesRenamesAndDeletesIsSeenAfterForgetPath
     EXPECT_EQ(HostPath(Sys("\\assets\\kuju\\RailSimulator\\RailVehicles")), Host("Assets/Kuju/railsimulator/railvehicles"));
 }
 
+TEST_F(HostPathTest, AFolderFillingFileByFileStaysTrue) {
+    const std::string folder = "\\content\\TEMPFILES\\";
+    fs::create_directories(Host("Content/TempFiles"));
+    ForgetPath(Sys("\\content\\TempFiles"));
+    for (int i = 0; i < 300; ++i) {
+        const std::string name = "Tile" + std::to_string(i) + ".xml";
+        EXPECT_EQ(HostPath(Sys(folder + name)), Host("Content/TempFiles/" + name));
+        std::ofstream(HostPath(Sys(folder + name))) << i;
+        ForgetPath(Sys(folder + name));
+    }
+    for (int i = 0; i < 300; i += 2) {
+        fs::remove(Host("Content/TempFiles/Tile" + std::to_string(i) + ".xml"));
+        ForgetPath(Sys(folder + "tile" + std::to_string(i) + ".XML"));
+    }
+    for (int i = 0; i < 300; ++i) {
+        const std::string asked = "TILE" + std::to_string(i) + ".XML";
+        const fs::path expected = i % 2 ? Host("Content/TempFiles/Tile" + std::to_string(i) + ".xml")
+                                        : Host("Content/TempFiles/" + asked);  // gone: kept as written
+        EXPECT_EQ(HostPath(Sys(folder + asked)), expected) << i;
+    }
+}
+
 TEST_F(HostPathTest, AFileMadeByAnotherProgramIsFoundWithoutForgetPath) {
     EXPECT_EQ(HostPath(Sys("\\content\\routes\\my route\\scenarios")), Host("Content/Routes/My Route/scenarios"));
     fs::create_directories(Host("Content/Routes/My Route/Scenarios"));
