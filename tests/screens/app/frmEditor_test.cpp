@@ -66,7 +66,7 @@ TEST(frmEditor, CommandsOfThisBuildAreLiveAndTheRestGreyed) {
         EXPECT_TRUE(e.window.menuAction(live)->isEnabled()) << live;
     }
     // Greyed until a document is open, or not part of this build.
-    for (const char* later : {"mnuSaveRS", "mnuSavexml", "mnuPrint", "mnuDelRoute", "mnuAE", "mnuBuildQD",
+    for (const char* later : {"mnuSaveRS", "mnuSavexml", "mnuPrint", "mnuKickstart", "mnuAE", "mnuBuildQD",
                               "mnuNewVer", "mnuNoMarkers", "mnuWeb"}) {
         EXPECT_FALSE(e.window.menuAction(later)->isEnabled()) << later;
     }
