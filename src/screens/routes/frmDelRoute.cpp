@@ -21,6 +21,7 @@
 #include "screens/app/qt_text.h"
 #include "screens/archives/frmListRS.h"
 #include "screens/services/frmReport.h"
+#include "services/report_table.h"
 #include "tools/files.h"
 
 namespace ferrolund::screens {
@@ -31,7 +32,7 @@ constexpr const char* kModule = "frmDelRoute";
 constexpr int kNameWidth = 320;  // pixels; a name column never narrower
 
 // The live commands a long run disables; "&Abort" stands in their place meanwhile.
-constexpr const char* kRunLocked[] = {"Command1", "Command4", "Command26"};
+constexpr const char* kRunLocked[] = {"Command1", "Command4", "Command20", "Command26"};
 
 QTableWidget* MakeGrid(QWidget* parent, const char* name, const QStringList& headings) {
     auto* grid = new QTableWidget(0, static_cast<int>(headings.size()), parent);
@@ -179,8 +180,9 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     connect(addButton("Command4", FromQt(lang(122))), &QPushButton::clicked, this, &frmDelRoute::checkSelectedRoute);
     connect(addButton("Command26", FromQt(lang(133))), &QPushButton::clicked, this, &frmDelRoute::listClassTable);
     // The commands that come with the later parts of this screen stand greyed until then.
+    connect(addButton("Command20", FromQt(lang(136))), &QPushButton::clicked, this, &frmDelRoute::saveLowerGrid);
     for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command12", 134}, std::pair{"Command2", 135},
-                                  std::pair{"Command20", 136}, std::pair{"Command11", 137}}) {
+                                  std::pair{"Command11", 137}}) {
         addButton(name, FromQt(lang(n)))->setEnabled(false);
     }
     QPushButton* abort = addButton("Command10", FromQt(lang(383)));
@@ -280,6 +282,20 @@ void frmDelRoute::listClassTable() {
     ShowReport(ctx_, this, {}, routes::ClassTable(ctx_.gameRoot(), index));
 }
 
+void frmDelRoute::saveLowerGrid() {
+    ctx_.currentRoutine = "Command20_Click";
+    const std::string reports = ctx_.appPath("Reports");
+    tools::CreatePath(reports);
+    const auto file = ctx_.ui->chooseSaveFile("Save Grid", "Comma Separated (*.csv)|*.csv", reports);
+    if (!file || file->empty()) return;
+    services::ReportTable table;
+    for (int r = 0; r < list3_->rowCount(); ++r) {
+        std::vector<std::string>& row = table.rows.emplace_back();
+        for (int c = 0; c < list3_->columnCount(); ++c) row.push_back(Cell(list3_, r, c));
+    }
+    ctx_.report(services::SaveReportTable(*file, table), kModule);
+}
+
 void frmDelRoute::setRunning(bool on) {
     running_ = on;
     for (const char* name : kRunLocked)
@@ -289,7 +305,8 @@ void frmDelRoute::setRunning(bool on) {
 }
 
 void frmDelRoute::showProgress(int percent, const std::string& caption) {
-    progress_->setVisible(percent >= 0 && percent < 100);
+    // The bar stays up until the run ends: 100 % is given as the last file is begun.
+    progress_->setVisible(running_ && percent >= 0);
     progress_->setValue(percent);
     progress_->setFormat(ToQt(caption));
 }
@@ -319,6 +336,9 @@ void frmDelRoute::checkSelectedRoute() {
             if (!folder.empty()) route.scenarioFolders.push_back(folder);
     notes_->clear();
     notes_->hide();
+    // The lower grid is cleared; the scenario folders it listed are still checked.
+    list3_->setRowCount(0);
+    label9_->setText("0");
     setRunning(true);
     app::Ui* screenUi = ctx_.ui;
     RunUi relay(*this, screenUi);

@@ -40,6 +40,8 @@ public:
     void listClassTable();
     // Command4: the check of the selected route, its lists on the report grid.
     void checkSelectedRoute();
+    // Command20: the lower grid as comma-separated text, to a file chosen in AppRoot\Reports.
+    void saveLowerGrid();
     // Command10: stops the running check between two files.
     void abortRun();
 

@@ -77,9 +77,9 @@ TEST(frmDelRoute, LoadsTheRoutesSortedByNameWithTheFirstSelected) {
     EXPECT_TRUE(screen->findChild<QProgressBar*>("ProgressBar1")->isHidden());
     EXPECT_EQ(screen->button("Command10")->text(), "&Abort");
     // What this build does not do yet stands greyed, never pretending.
-    for (const char* name : {"Command24", "Command12", "Command2", "Command20", "Command11"})
+    for (const char* name : {"Command24", "Command12", "Command2", "Command11"})
         EXPECT_FALSE(screen->button(name)->isEnabled()) << name;
-    for (const char* name : {"Command1", "Command4", "Command26", "CancelButton"})
+    for (const char* name : {"Command1", "Command4", "Command20", "Command26", "CancelButton"})
         EXPECT_TRUE(screen->button(name)->isEnabled()) << name;
     EXPECT_EQ(f.ui.shown.size(), 0u);
 }
@@ -157,6 +157,25 @@ TEST(frmDelRoute, ClickOnARouteListsItsScenariosOrTheNote) {
     EXPECT_EQ(f.text(screen.scenarios(), 0, 0), "No Scenarios folder found");
 }
 
+TEST(frmDelRoute, SaveLowerGridWritesTheRowsAsCommaText) {
+    DelRoute f;
+    f.scenario(kRouteA, "s2", "Late turn", "");
+    f.scenario(kRouteA, "s1", "Early, turn", "");
+    frmDelRoute screen(f.ctx);
+    ASSERT_TRUE(screen.loadRoutes());
+    f.selectRoute(screen, kRouteA);
+    screen.listScenarios();
+    const std::string file = f.root.system() + "/Reports/lower.csv";
+    f.ui.files = {std::nullopt, file};
+    screen.button("Command20")->click();  // cancelled: nothing written
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_TRUE(fs::is_directory(f.root.path() / "Reports"));
+    screen.button("Command20")->click();
+    ASSERT_EQ(f.ui.dialogTitles, (std::vector<std::string>{"Save Grid", "Save Grid"}));
+    EXPECT_EQ(f.root.read("Reports/lower.csv"), std::string("Early- turn,dev-s1,s1,") + kRouteA + "\r\nLate turn,dev-s2,s2," +
+                                                    kRouteA + "\r\n");
+}
+
 TEST(frmDelRoute, ClassTableGoesToTheReportScreen) {
     DelRoute f;
     f.scenario(kRouteA, "s1", "One", "<ScenarioClass d:type=\"cDeltaString\">eCareerScenarioClass</ScenarioClass>");
@@ -196,6 +215,8 @@ TEST(frmDelRoute, CheckShowsTheMissingAndUsedListsAndSavesThem) {
     f.ui.answers = {app::Answer::Yes, app::Answer::No};  // the list of shapes, then no texture check
     screen.button("Command4")->click();
 
+    EXPECT_EQ(screen.scenarios()->rowCount(), 0);
+    EXPECT_EQ(f.label(screen, "Label9"), "0");
     const std::string assets = f.game.system() + "\\Assets\\Kestrel\\";
     EXPECT_EQ(f.ui.texts(), (std::vector<std::string>{
                                 "Do you wish to view a list of Shapes used by this route?",
@@ -246,10 +267,15 @@ TEST(frmDelRoute, AbortStopsTheCheckAndTheCommandsComeBack) {
     struct ClickingUi : testing::ScriptedUi {
         frmDelRoute* screen = nullptr;
         bool lockedWhileRunning = false;
+        bool barShown = false;
         void pump() override {
-            if (++pumps == 1)
+            if (++pumps == 1) {
                 lockedWhileRunning = !screen->button("Command4")->isEnabled() && !screen->button("Command1")->isEnabled() &&
                                      !screen->button("Command10")->isHidden();
+                const QProgressBar* bar = screen->findChild<QProgressBar*>("ProgressBar1");
+                barShown = !bar->isHidden() && bar->format() == "Scenery 100 %" && bar->value() == 100;
+                testing::Screenshot(*screen, "frmDelRoute_running");
+            }
             screen->button("Command10")->click();
         }
     } clicking;
@@ -258,6 +284,9 @@ TEST(frmDelRoute, AbortStopsTheCheckAndTheCommandsComeBack) {
     screen.button("Command4")->click();
     EXPECT_GT(clicking.pumps, 0);
     EXPECT_TRUE(clicking.lockedWhileRunning);
+    EXPECT_TRUE(clicking.barShown);
+    EXPECT_TRUE(screen.findChild<QProgressBar*>("ProgressBar1")->isHidden());
+    EXPECT_EQ(clicking.progressSteps, (std::vector<std::pair<int, std::string>>{{100, "Scenery 100 %"}}));
     EXPECT_TRUE(f.ctx.abortFlag);
     EXPECT_TRUE(screen.lastCheck().stopped);
     EXPECT_TRUE(f.grids(screen).empty());
