@@ -20,6 +20,7 @@
 #include "archives/report_grid.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/frmListRS.h"
+#include "screens/routes/route_listing.h"
 #include "screens/services/frmReport.h"
 #include "services/report_table.h"
 #include "tools/files.h"
@@ -32,7 +33,7 @@ constexpr const char* kModule = "frmDelRoute";
 constexpr int kNameWidth = 320;  // pixels; a name column never narrower
 
 // The live commands a long run disables; "&Abort" stands in their place meanwhile.
-constexpr const char* kRunLocked[] = {"Command1", "Command4", "Command20", "Command26"};
+constexpr const char* kRunLocked[] = {"Command1", "Command4", "Command12", "Command20", "Command26"};
 
 QTableWidget* MakeGrid(QWidget* parent, const char* name, const QStringList& headings) {
     auto* grid = new QTableWidget(0, static_cast<int>(headings.size()), parent);
@@ -181,8 +182,8 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     connect(addButton("Command26", FromQt(lang(133))), &QPushButton::clicked, this, &frmDelRoute::listClassTable);
     // The commands that come with the later parts of this screen stand greyed until then.
     connect(addButton("Command20", FromQt(lang(136))), &QPushButton::clicked, this, &frmDelRoute::saveLowerGrid);
-    for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command12", 134}, std::pair{"Command2", 135},
-                                  std::pair{"Command11", 137}}) {
+    connect(addButton("Command12", FromQt(lang(134))), &QPushButton::clicked, this, &frmDelRoute::printRouteList);
+    for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command2", 135}, std::pair{"Command11", 137}}) {
         addButton(name, FromQt(lang(n)))->setEnabled(false);
     }
     QPushButton* abort = addButton("Command10", FromQt(lang(383)));
@@ -271,15 +272,24 @@ void frmDelRoute::listScenarios() {
     showScenarios(routes::ListScenarios(ctx_.gameRoot(), folder, ctx_.prefs.language));
 }
 
-void frmDelRoute::listClassTable() {
-    ctx_.currentRoutine = "Command26_Click";
+routes::RouteIndex frmDelRoute::listedRoutes() const {
     routes::RouteIndex index;
     for (int r = 0; r < list1_->rowCount(); ++r) {
         index.routeName.push_back(Cell(list1_, r, 0));
         index.routeFolder.push_back(Cell(list1_, r, 1));
         index.routeSlot.push_back(Cell(list1_, r, 2));
     }
-    ShowReport(ctx_, this, {}, routes::ClassTable(ctx_.gameRoot(), index));
+    return index;
+}
+
+void frmDelRoute::listClassTable() {
+    ctx_.currentRoutine = "Command26_Click";
+    ShowReport(ctx_, this, {}, routes::ClassTable(ctx_.gameRoot(), listedRoutes()));
+}
+
+void frmDelRoute::printRouteList() {
+    ctx_.currentRoutine = "Command12_Click";
+    ShowReport(ctx_, this, {}, PrintedRouteList(ctx_.gameRoot(), listedRoutes()));
 }
 
 void frmDelRoute::saveLowerGrid() {

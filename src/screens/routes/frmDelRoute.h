@@ -38,6 +38,8 @@ public:
     void listScenarios();
     // Command26: the count of each class per route, on the report screen.
     void listClassTable();
+    // Command12: every route with its scenarios, on the report screen.
+    void printRouteList();
     // Command4: the check of the selected route, its lists on the report grid.
     void checkSelectedRoute();
     // Command20: the lower grid as comma-separated text, to a file chosen in AppRoot\Reports.
@@ -58,6 +60,8 @@ private:
     void showScenarios(const routes::ScenarioListing& listing);
     // The first selected route: name, folder; false when none is selected.
     bool selectedRoute(std::string& name, std::string& folder) const;
+    // The routes of the grid, in its order.
+    routes::RouteIndex listedRoutes() const;
     void showListing(const std::string& routeName, const routes::ReportListing& listing);
 
     app::AppContext& ctx_;
