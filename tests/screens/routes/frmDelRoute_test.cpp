@@ -261,6 +261,33 @@ TEST(frmDelRoute, CheckShowsTheMissingAndUsedListsAndSavesThem) {
     testing::Screenshot(*shown[0], "frmDelRoute_missing_grid");
 }
 
+TEST(frmDelRoute, TextureCheckNotesAppearBelowTheGrids) {
+    CheckedRoute f;
+    ASSERT_TRUE(f.made);
+    fs::remove(f.game.path() / "Assets/Kestrel/CanalPack/Scenery/Lock.bin");
+    frmDelRoute screen(f.ctx);
+    ASSERT_TRUE(screen.loadRoutes());
+    f.selectRoute(screen, kRouteA);
+    const auto* notes = screen.findChild<QPlainTextEdit*>("Text1");
+    EXPECT_TRUE(notes->isHidden());
+    f.ui.answers = {app::Answer::No, app::Answer::Yes, app::Answer::No};
+    screen.button("Command4")->click();
+    EXPECT_EQ(f.ui.texts().back(), "Do you wish to view a list of Textures used by this route?");
+    EXPECT_FALSE(notes->isHidden());
+    EXPECT_EQ(FromQt(notes->toPlainText()), "Texture Check:-\nMissing Textures:-\nNo missing textures detected");
+    const auto shown = f.grids(screen);
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[1]->grid().table.headings,
+              std::vector<std::string>{"Following geometric item(s) were used by this route:-"});
+    testing::Screenshot(screen, "frmDelRoute_notes");
+
+    // The next check starts with the notes cleared.
+    f.ui.answers = {app::Answer::No, app::Answer::No};
+    screen.button("Command4")->click();
+    EXPECT_TRUE(notes->isHidden());
+    EXPECT_TRUE(notes->toPlainText().isEmpty());
+}
+
 TEST(frmDelRoute, WithoutScenarioListTheScenarioTilesAreNotChecked) {
     CheckedRoute f;
     ASSERT_TRUE(f.made);
