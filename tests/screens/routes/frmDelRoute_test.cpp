@@ -339,6 +339,31 @@ TEST(frmDelRoute, AbortStopsTheCheckAndTheCommandsComeBack) {
     EXPECT_FALSE(screen.running());
 }
 
+TEST(frmDelRoute, ClosingDuringTheCheckStopsItAndWaits) {
+    CheckedRoute f;
+    ASSERT_TRUE(f.made);
+    QWidget parent;
+    frmDelRoute* screen = ShowDelRoute(f.ctx, &parent);
+    ASSERT_NE(screen, nullptr);
+    f.selectRoute(*screen, kRouteA);
+    struct ClosingUi : testing::ScriptedUi {
+        frmDelRoute* screen = nullptr;
+        bool closed = true;
+        void pump() override {
+            ++pumps;
+            closed = screen->close();
+        }
+    } closing;
+    closing.screen = screen;
+    f.ctx.ui = &closing;
+    screen->button("Command4")->click();
+    EXPECT_FALSE(closing.closed);
+    EXPECT_TRUE(f.ctx.abortFlag);
+    EXPECT_TRUE(screen->lastCheck().stopped);
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_TRUE(screen->close());  // once stopped it closes
+}
+
 TEST(frmDelRoute, PackedRouteAskedNoChecksNothing) {
     DelRoute f;
     f.game.write(std::string("Content/Routes/") + kRouteB + "/RouteProperties.xml", "<x/>");

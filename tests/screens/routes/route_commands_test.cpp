@@ -81,9 +81,14 @@ TEST(RouteCommands, BrowserWithoutIndexOnlySaysSo) {
     EXPECT_EQ(m.ui.texts(), std::vector<std::string>{"Run 'Index route properties' before using this option."});
 }
 
-TEST(RouteCommands, ExtractRoutePropertiesIsLive) {
+TEST(RouteCommands, ExtractRoutePropertiesAsksFirst) {
     RouteMenu m;
-    EXPECT_TRUE(m.window.menuAction("mnuERP")->isEnabled());
+    ASSERT_TRUE(m.window.menuAction("mnuERP")->isEnabled());
+    m.window.menuAction("mnuERP")->trigger();
+    EXPECT_EQ(m.ctx.currentRoutine, "getRouteProperties");
+    ASSERT_FALSE(m.ui.shown.empty());
+    EXPECT_TRUE(m.ui.shown[0].text.starts_with("This option will extract RouteProperties.xml files from all .ap"))
+        << m.ui.shown[0].text;
 }
 
 }  // namespace
