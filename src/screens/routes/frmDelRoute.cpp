@@ -33,7 +33,7 @@ constexpr const char* kModule = "frmDelRoute";
 constexpr int kNameWidth = 320;  // pixels; a name column never narrower
 
 // The live commands a long run disables; "&Abort" stands in their place meanwhile.
-constexpr const char* kRunLocked[] = {"Command1", "Command4", "Command12", "Command20", "Command26"};
+constexpr const char* kRunLocked[] = {"Command1", "Command2", "Command4", "Command12", "Command20", "Command26"};
 
 QTableWidget* MakeGrid(QWidget* parent, const char* name, const QStringList& headings) {
     auto* grid = new QTableWidget(0, static_cast<int>(headings.size()), parent);
@@ -111,12 +111,12 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     setWindowTitle("Check Routes or Scenarios");
     auto lang = [this](int n) { return ToQt(ctx_.langText(n, {}, kModule)); };
 
-    list1_ = MakeGrid(this, "List1", {lang(116), lang(117), "Slot"});
+    list1_ = MakeGrid(this, "List1", {lang(116), lang(117), lang(81)});
     list1_->setColumnHidden(2, true);
     connect(list1_, &QTableWidget::cellClicked, this, [this] {
         if (!running_) listScenarios();
     });
-    list3_ = MakeGrid(this, "List3", {lang(118), lang(119), "Folder", "Route"});
+    list3_ = MakeGrid(this, "List3", {lang(118), lang(119), lang(117), lang(117)});
     list3_->setColumnHidden(2, true);
     list3_->setColumnHidden(3, true);
     list1_->setColumnWidth(0, kNameWidth);
@@ -183,7 +183,8 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     // The commands that come with the later parts of this screen stand greyed until then.
     connect(addButton("Command20", FromQt(lang(136))), &QPushButton::clicked, this, &frmDelRoute::saveLowerGrid);
     connect(addButton("Command12", FromQt(lang(134))), &QPushButton::clicked, this, &frmDelRoute::printRouteList);
-    for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command2", 135}, std::pair{"Command11", 137}}) {
+    connect(addButton("Command2", FromQt(lang(135))), &QPushButton::clicked, this, &frmDelRoute::deleteScenarios);
+    for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command11", 137}}) {
         addButton(name, FromQt(lang(n)))->setEnabled(false);
     }
     QPushButton* abort = addButton("Command10", FromQt(lang(383)));
@@ -290,6 +291,25 @@ void frmDelRoute::listClassTable() {
 void frmDelRoute::printRouteList() {
     ctx_.currentRoutine = "Command12_Click";
     ShowReport(ctx_, this, {}, PrintedRouteList(ctx_.gameRoot(), listedRoutes()));
+}
+
+void frmDelRoute::deleteScenarios() {
+    ctx_.currentRoutine = "Command2_Click";
+    std::vector<std::string> folders;
+    for (const QModelIndex& row : list3_->selectionModel()->selectedRows()) {
+        const std::string folder = Cell(list3_, row.row(), 2);
+        const std::string route = Cell(list3_, row.row(), 3);
+        if (!folder.empty() && !route.empty())
+            folders.push_back(ctx_.gameRoot() + "\\Content\\Routes\\" + route + "\\Scenarios\\" + folder);
+    }
+    if (folders.empty()) {
+        ctx_.ui->message(ctx_.langText(156, {}, kModule), app::Icon::Exclamation);
+        return;
+    }
+    if (ctx_.ui->ask(ctx_.langText(155, {}, kModule), app::Buttons::YesNo, app::Icon::Question) != app::Answer::Yes)
+        return;
+    for (const std::string& folder : folders) ctx_.report(tools::DeleteFolderTree(ctx_, folder), kModule);
+    listScenarios();
 }
 
 void frmDelRoute::saveLowerGrid() {

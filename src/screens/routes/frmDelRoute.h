@@ -42,6 +42,8 @@ public:
     void printRouteList();
     // Command4: the check of the selected route, its lists on the report grid.
     void checkSelectedRoute();
+    // Command2: the selected scenarios' folders deleted, after a question; the list again.
+    void deleteScenarios();
     // Command20: the lower grid as comma-separated text, to a file chosen in AppRoot\Reports.
     void saveLowerGrid();
     // Command10: stops the running check between two files.
