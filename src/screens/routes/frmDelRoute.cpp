@@ -360,7 +360,11 @@ void frmDelRoute::showListing(const std::string& routeName, const routes::Report
 
 void frmDelRoute::checkSelectedRoute() {
     routes::CheckedRoute route;
-    if (running_ || !selectedRoute(route.name, route.folder)) return;
+    if (running_) return;
+    if (!selectedRoute(route.name, route.folder)) {
+        ctx_.ui->message(ctx_.langText(157, {}, kModule), app::Icon::Exclamation);
+        return;
+    }
     if (route.folder == listedRoute_)
         for (const std::string& folder : scenarioFolders_)
             if (!folder.empty()) route.scenarioFolders.push_back(folder);

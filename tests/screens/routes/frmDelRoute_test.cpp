@@ -402,6 +402,16 @@ TEST(frmDelRoute, ClosingDuringTheCheckStopsItAndWaits) {
     EXPECT_TRUE(screen->close());  // once stopped it closes
 }
 
+TEST(frmDelRoute, CheckWithoutARouteSaysSo) {
+    DelRoute f;
+    frmDelRoute screen(f.ctx);
+    ASSERT_TRUE(screen.loadRoutes());
+    screen.routes()->clearSelection();
+    screen.button("Command4")->click();
+    EXPECT_EQ(f.ui.texts(), std::vector<std::string>{"You do not appear to have selected a route?"});
+    EXPECT_TRUE(f.ui.progressSteps.empty());
+}
+
 TEST(frmDelRoute, PackedRouteAskedNoChecksNothing) {
     DelRoute f;
     f.game.write(std::string("Content/Routes/") + kRouteB + "/RouteProperties.xml", "<x/>");
