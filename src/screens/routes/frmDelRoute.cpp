@@ -180,10 +180,11 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     connect(addButton("Command1", FromQt(lang(120))), &QPushButton::clicked, this, &frmDelRoute::listScenarios);
     connect(addButton("Command4", FromQt(lang(122))), &QPushButton::clicked, this, &frmDelRoute::checkSelectedRoute);
     connect(addButton("Command26", FromQt(lang(133))), &QPushButton::clicked, this, &frmDelRoute::listClassTable);
-    // The commands that come with the later parts of this screen stand greyed until then.
     connect(addButton("Command20", FromQt(lang(136))), &QPushButton::clicked, this, &frmDelRoute::saveLowerGrid);
     connect(addButton("Command12", FromQt(lang(134))), &QPushButton::clicked, this, &frmDelRoute::printRouteList);
     connect(addButton("Command2", FromQt(lang(135))), &QPushButton::clicked, this, &frmDelRoute::deleteScenarios);
+    // The list of all routes' scenarios leads to the stock commands, and the route details
+    // have their own screen; both come later and stand greyed until then.
     for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command11", 137}}) {
         addButton(name, FromQt(lang(n)))->setEnabled(false);
     }
