@@ -80,8 +80,8 @@ app::Status WriteBatch(const std::string& path, const std::string& text) {
 bool CreatePath(const std::string& path) {
     const fs::path host = HostPath(path);
     std::error_code ec;
-    fs::create_directories(host, ec);
-    ForgetPath(path);
+    // A path that stands already changes nothing, and what is remembered of it stays.
+    if (fs::create_directories(host, ec)) ForgetPath(path);
     return fs::is_directory(host, ec);
 }
 
