@@ -25,6 +25,13 @@ class ReportGrid {
 public:
     int mode = 0;
     std::string heading;            // ReportHeading
+    // The route the list belongs to, for the commands that change the route's tiles:
+    // its name, its folder below Content\Routes, and the scenario folders listed with it.
+    std::string routeName;
+    std::string routeFolder;
+    std::vector<std::string> scenarioFolders;
+    // Saved as a batch file: the first column of each row, a line each.
+    bool saveAsBatch = false;
     bool duplicatesRemoved = false;
     long searchPosition = 0;        // the row where the next Find starts
 

@@ -32,9 +32,6 @@ namespace {
 constexpr const char* kModule = "frmDelRoute";
 constexpr int kNameWidth = 320;  // pixels; a name column never narrower
 
-// The live commands a long run disables; "&Abort" stands in their place meanwhile.
-constexpr const char* kRunLocked[] = {"Command1", "Command2", "Command4", "Command12", "Command20", "Command26"};
-
 QTableWidget* MakeGrid(QWidget* parent, const char* name, const QStringList& headings) {
     auto* grid = new QTableWidget(0, static_cast<int>(headings.size()), parent);
     grid->setObjectName(name);
@@ -135,13 +132,12 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     progress_->setRange(0, 100);
     progress_->hide();
 
+    label5_ = new QLabel("0", this);
+    label5_->setObjectName("Label5");
+
     auto* bar = new QMenuBar(this);
-    QMenu* misc = bar->addMenu(lang(147));
-    misc->setObjectName("mnuMix");
-    // Terrain textures and the asset folder are not part of this build yet.
-    misc->addAction(lang(148))->setObjectName("mnuTex");
-    misc->addAction(lang(149))->setObjectName("mnuCRF");
-    for (QAction* action : misc->actions()) action->setEnabled(false);
+    misc_ = bar->addMenu(lang(147));
+    misc_->setObjectName("mnuMix");
 
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(bar);
@@ -175,29 +171,27 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     layout->addWidget(notes_);
     layout->addWidget(progress_);
 
-    auto* buttonGrid = new QGridLayout;
-    layout->addLayout(buttonGrid);
-    connect(addButton("Command1", FromQt(lang(120))), &QPushButton::clicked, this, &frmDelRoute::listScenarios);
-    connect(addButton("Command4", FromQt(lang(122))), &QPushButton::clicked, this, &frmDelRoute::checkSelectedRoute);
-    connect(addButton("Command26", FromQt(lang(133))), &QPushButton::clicked, this, &frmDelRoute::listClassTable);
-    connect(addButton("Command20", FromQt(lang(136))), &QPushButton::clicked, this, &frmDelRoute::saveLowerGrid);
-    connect(addButton("Command12", FromQt(lang(134))), &QPushButton::clicked, this, &frmDelRoute::printRouteList);
-    connect(addButton("Command2", FromQt(lang(135))), &QPushButton::clicked, this, &frmDelRoute::deleteScenarios);
-    // The list of all routes' scenarios leads to the stock commands, and the route details
-    // have their own screen; both come later and stand greyed until then.
-    for (const auto& [name, n] : {std::pair{"Command24", 121}, std::pair{"Command11", 137}}) {
-        addButton(name, FromQt(lang(n)))->setEnabled(false);
-    }
+    buttonGrid_ = new QGridLayout;
+    layout->addLayout(buttonGrid_);
+    auto langText = [&](int n) { return ctx_.langText(n, {}, kModule); };
+    addCommand("Command1", langText(120), [this] { listScenarios(); });
+    addCommand("Command4", langText(122), [this] { checkSelectedRoute(); });
+    addCommand("Command26", langText(133), [this] { listClassTable(); });
+    addCommand("Command12", langText(134), [this] { printRouteList(); });
+    addCommand("Command2", langText(135), [this] { deleteScenarios(); });
+    addCommand("Command20", langText(136), [this] { saveLowerGrid(); });
+
+    auto* closing = new QHBoxLayout;
+    closing->addWidget(new QLabel(lang(140), this));
+    closing->addWidget(label5_);
+    closing->addStretch();
     QPushButton* abort = addButton("Command10", FromQt(lang(383)));
     connect(abort, &QPushButton::clicked, this, &frmDelRoute::abortRun);
+    closing->addWidget(abort);
     QPushButton* close = addButton("CancelButton", FromQt(lang(9)));
     connect(close, &QPushButton::clicked, this, &QDialog::close);
-    int i = 0;
-    for (const char* name : {"Command1", "Command4", "Command26", "Command24", "Command12", "Command2", "Command20",
-                             "Command11", "Command10", "CancelButton"}) {
-        buttonGrid->addWidget(buttons_.at(name), i / 5, i % 5);
-        ++i;
-    }
+    closing->addWidget(close);
+    layout->addLayout(closing);
     abort->hide();
     resize(900, 640);
 }
@@ -209,6 +203,24 @@ QPushButton* frmDelRoute::addButton(const std::string& name, const std::string& 
     b->setObjectName(QString::fromStdString(name));
     buttons_[name] = b;
     return b;
+}
+
+QPushButton* frmDelRoute::addCommand(const std::string& name, const std::string& caption, std::function<void()> run,
+                                     bool locked) {
+    QPushButton* b = addButton(name, caption);
+    connect(b, &QPushButton::clicked, this, std::move(run));
+    if (locked) locked_.push_back(b);
+    constexpr int kColumns = 5;
+    buttonGrid_->addWidget(b, placed_ / kColumns, placed_ % kColumns);
+    ++placed_;
+    return b;
+}
+
+QAction* frmDelRoute::addMiscCommand(const std::string& name, const std::string& caption, std::function<void()> run) {
+    QAction* action = misc_->addAction(ToQt(caption));
+    action->setObjectName(QString::fromStdString(name));
+    connect(action, &QAction::triggered, this, std::move(run));
+    return action;
 }
 
 QPushButton* frmDelRoute::button(const std::string& name) const {
@@ -234,23 +246,45 @@ bool frmDelRoute::loadRoutes() {
     return true;
 }
 
-bool frmDelRoute::selectedRoute(std::string& name, std::string& folder) const {
+bool frmDelRoute::selectedRoute(routes::CheckedRoute& route) const {
     const QList<QTableWidgetSelectionRange> ranges = list1_->selectedRanges();
     int first = -1;
     for (const QTableWidgetSelectionRange& range : ranges)
         if (first < 0 || range.topRow() < first) first = range.topRow();
     if (first < 0) return false;
-    name = Cell(list1_, first, 0);
-    folder = Cell(list1_, first, 1);
+    route.name = Cell(list1_, first, 0);
+    route.folder = Cell(list1_, first, 1);
+    route.scenarioFolders.clear();
+    for (const routes::ScenarioRow& row : listedScenarios())
+        if (row.routeFolder == route.folder) route.scenarioFolders.push_back(row.folder);
     return true;
+}
+
+std::vector<routes::ScenarioRow> frmDelRoute::listedScenarios() const {
+    std::vector<routes::ScenarioRow> rows;
+    for (int r = 0; r < list3_->rowCount(); ++r) {
+        routes::ScenarioRow row{Cell(list3_, r, 0), Cell(list3_, r, 1), Cell(list3_, r, 2), Cell(list3_, r, 3)};
+        if (!row.folder.empty()) rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+std::vector<routes::ScenarioRow> frmDelRoute::selectedScenarios() const {
+    std::vector<int> selected;
+    for (const QModelIndex& index : list3_->selectionModel()->selectedRows()) selected.push_back(index.row());
+    std::sort(selected.begin(), selected.end());
+    std::vector<routes::ScenarioRow> rows;
+    for (int r : selected) {
+        routes::ScenarioRow row{Cell(list3_, r, 0), Cell(list3_, r, 1), Cell(list3_, r, 2), Cell(list3_, r, 3)};
+        if (!row.folder.empty()) rows.push_back(std::move(row));
+    }
+    return rows;
 }
 
 void frmDelRoute::showScenarios(const routes::ScenarioListing& listing) {
     list3_->setRowCount(0);
-    scenarioFolders_.clear();
     if (listing.rows.empty()) {
         AddRow(list3_, {listing.note});
-        scenarioFolders_.emplace_back();
         label9_->setText("0");
         return;
     }
@@ -259,7 +293,6 @@ void frmDelRoute::showScenarios(const routes::ScenarioListing& listing) {
         // A class outside the legend keeps the colour of the row before it.
         if (const routes::ScenarioLegend* legend = routes::LegendOf(row.kind)) colour = ColourOf(legend->rgb);
         AddRow(list3_, {row.name, row.devString, row.folder, row.routeFolder}, &colour);
-        scenarioFolders_.push_back(row.folder);
     }
     label9_->setText(QString::number(list3_->rowCount()));
     list3_->resizeColumnToContents(0);
@@ -267,11 +300,10 @@ void frmDelRoute::showScenarios(const routes::ScenarioListing& listing) {
 }
 
 void frmDelRoute::listScenarios() {
-    std::string name, folder;
-    if (!selectedRoute(name, folder)) return;
+    routes::CheckedRoute route;
+    if (!selectedRoute(route)) return;
     ctx_.currentRoutine = "Command1_Click";
-    listedRoute_ = folder;
-    showScenarios(routes::ListScenarios(ctx_.gameRoot(), folder, ctx_.prefs.language));
+    showScenarios(routes::ListScenarios(ctx_.gameRoot(), route.folder, ctx_.prefs.language));
 }
 
 routes::RouteIndex frmDelRoute::listedRoutes() const {
@@ -297,12 +329,9 @@ void frmDelRoute::printRouteList() {
 void frmDelRoute::deleteScenarios() {
     ctx_.currentRoutine = "Command2_Click";
     std::vector<std::string> folders;
-    for (const QModelIndex& row : list3_->selectionModel()->selectedRows()) {
-        const std::string folder = Cell(list3_, row.row(), 2);
-        const std::string route = Cell(list3_, row.row(), 3);
-        if (!folder.empty() && !route.empty())
-            folders.push_back(ctx_.gameRoot() + "\\Content\\Routes\\" + route + "\\Scenarios\\" + folder);
-    }
+    for (const routes::ScenarioRow& row : selectedScenarios())
+        if (!row.routeFolder.empty())
+            folders.push_back(ctx_.gameRoot() + "\\Content\\Routes\\" + row.routeFolder + "\\Scenarios\\" + row.folder);
     if (folders.empty()) {
         ctx_.ui->message(ctx_.langText(156, {}, kModule), app::Icon::Exclamation);
         return;
@@ -329,11 +358,36 @@ void frmDelRoute::saveLowerGrid() {
 
 void frmDelRoute::setRunning(bool on) {
     running_ = on;
-    for (const char* name : kRunLocked)
-        if (QPushButton* b = button(name)) b->setEnabled(!on);
+    for (QPushButton* b : locked_) b->setEnabled(!on);
     button("Command10")->setVisible(on);
     if (!on) progress_->hide();
 }
+
+bool frmDelRoute::runLong(const std::function<void()>& work) {
+    if (running_) return false;
+    setRunning(true);
+    ctx_.abortFlag = false;
+    app::Ui* screenUi = ctx_.ui;
+    RunUi relay(*this, screenUi);
+    ctx_.ui = &relay;
+    struct Restore {
+        frmDelRoute& form;
+        app::Ui* ui;
+        ~Restore() {
+            form.ctx_.ui = ui;
+            form.setRunning(false);
+        }
+    } restore{*this, screenUi};
+    work();
+    return true;
+}
+
+void frmDelRoute::showNotes(const std::string& text) {
+    notes_->setPlainText(ToQt(text).trimmed());
+    notes_->setVisible(!notes_->toPlainText().isEmpty());
+}
+
+void frmDelRoute::showStockCount(std::size_t count) { label5_->setText(QString::number(count)); }
 
 void frmDelRoute::showProgress(int percent, const std::string& caption) {
     // The bar stays up until the run ends: 100 % is given as the last file is begun.
@@ -344,48 +398,40 @@ void frmDelRoute::showProgress(int percent, const std::string& caption) {
 
 void frmDelRoute::abortRun() {
     ctx_.abortFlag = true;
-    for (const char* name : kRunLocked)
-        if (QPushButton* b = button(name)) b->setEnabled(true);
+    for (QPushButton* b : locked_) b->setEnabled(true);
 }
 
-void frmDelRoute::showListing(const std::string& routeName, const routes::ReportListing& listing) {
+frmListRS* frmDelRoute::showListing(const routes::CheckedRoute& route, const routes::ReportListing& listing, int mode) {
     archives::ReportGrid grid;
-    grid.mode = listing.missingItems ? archives::kModeRouteCheck : archives::kModeRouteItems;
+    grid.mode = mode;
     grid.heading = listing.heading;
+    grid.routeName = route.name;
+    grid.routeFolder = route.folder;
+    grid.scenarioFolders = route.scenarioFolders;
     grid.table.headings = {listing.heading};
     grid.setRows(listing.rows);
-    const std::string saved = routes::SaveListing(ctx_, routeName, listing);
-    if (!saved.empty()) ctx_.ui->status(1, saved);
-    ShowReportGrid(ctx_, this, std::move(grid));
+    if (!listing.suffix.empty()) {
+        const std::string saved = routes::SaveListing(ctx_, route.name, listing);
+        if (!saved.empty()) ctx_.ui->status(1, saved);
+    }
+    return ShowReportGrid(ctx_, this, std::move(grid));
 }
 
 void frmDelRoute::checkSelectedRoute() {
     routes::CheckedRoute route;
     if (running_) return;
-    if (!selectedRoute(route.name, route.folder)) {
+    if (!selectedRoute(route)) {
         ctx_.ui->message(ctx_.langText(157, {}, kModule), app::Icon::Exclamation);
         return;
     }
-    if (route.folder == listedRoute_)
-        for (const std::string& folder : scenarioFolders_)
-            if (!folder.empty()) route.scenarioFolders.push_back(folder);
-    notes_->clear();
-    notes_->hide();
+    showNotes({});
     // The lower grid is cleared; the scenario folders it listed are still checked.
     list3_->setRowCount(0);
     label9_->setText("0");
-    setRunning(true);
-    app::Ui* screenUi = ctx_.ui;
-    RunUi relay(*this, screenUi);
-    ctx_.ui = &relay;
-    lastCheck_ = routes::CheckSelectedRoute(ctx_, route);
-    ctx_.ui = screenUi;
-    setRunning(false);
-    if (!lastCheck_.missingText.empty()) {
-        notes_->setPlainText(ToQt(lastCheck_.missingText).trimmed());
-        notes_->show();
-    }
-    for (const routes::ReportListing& listing : lastCheck_.lists) showListing(route.name, listing);
+    runLong([&] { lastCheck_ = routes::CheckSelectedRoute(ctx_, route); });
+    showNotes(lastCheck_.missingText);
+    for (const routes::ReportListing& listing : lastCheck_.lists)
+        showListing(route, listing, listing.missingItems ? archives::kModeRouteCheck : archives::kModeRouteItems);
     if (lastCheck_.unpacked) loadRoutes();
 }
 

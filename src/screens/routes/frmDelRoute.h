@@ -3,6 +3,7 @@
 // scenarios of the selected route below it, coloured by class, and the route check.
 
 #include <QDialog>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,13 +13,18 @@
 #include "routes/route_index.h"
 #include "routes/scenario_list.h"
 
+class QAction;
+class QGridLayout;
 class QLabel;
+class QMenu;
 class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 class QTableWidget;
 
 namespace ferrolund::screens {
+
+class frmListRS;
 
 class frmDelRoute : public QDialog {
     Q_OBJECT
@@ -55,27 +61,54 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
 
+    // What the areas whose commands stand on this screen build on.
+    app::AppContext& context() const { return ctx_; }
+    // A command button, placed after the others. A `locked` one is disabled while a long
+    // run is under way.
+    QPushButton* addCommand(const std::string& name, const std::string& caption, std::function<void()> run,
+                            bool locked = true);
+    // An entry of the "Miscellaneous" menu.
+    QAction* addMiscCommand(const std::string& name, const std::string& caption, std::function<void()> run);
+    // Long work: the commands locked, "&Abort" shown, the progress on this screen's bar,
+    // AbortFlag cleared first. False, doing nothing, while another run is under way.
+    bool runLong(const std::function<void()>& work);
+    // The first selected route: name, folder, and the scenario folders of the lower grid
+    // when it lists that route. False when no route is selected.
+    bool selectedRoute(routes::CheckedRoute& route) const;
+    // The selected rows of the lower grid that are scenarios, in row order.
+    std::vector<routes::ScenarioRow> selectedScenarios() const;
+    // Every scenario row of the lower grid.
+    std::vector<routes::ScenarioRow> listedScenarios() const;
+    // The routes of the grid, in its order.
+    routes::RouteIndex listedRoutes() const;
+    // Replaces the lower grid's rows.
+    void showScenarios(const routes::ScenarioListing& listing);
+    // A list on the report grid in the given mode, for the route named; saved first as
+    // Reports\<route name><suffix> when the list has a suffix.
+    frmListRS* showListing(const routes::CheckedRoute& route, const routes::ReportListing& listing, int mode);
+    // The notes box under the lower grid; hidden when empty.
+    void showNotes(const std::string& text);
+    // "Items of Stock".
+    void showStockCount(std::size_t count);
+
 private:
     QPushButton* addButton(const std::string& name, const std::string& caption);
     void setRunning(bool on);
     void showProgress(int percent, const std::string& caption);
-    void showScenarios(const routes::ScenarioListing& listing);
-    // The first selected route: name, folder; false when none is selected.
-    bool selectedRoute(std::string& name, std::string& folder) const;
-    // The routes of the grid, in its order.
-    routes::RouteIndex listedRoutes() const;
-    void showListing(const std::string& routeName, const routes::ReportListing& listing);
 
     app::AppContext& ctx_;
     QTableWidget* list1_;
     QTableWidget* list3_;
     QLabel* label7_;
     QLabel* label9_;
+    QLabel* label5_;
+    QMenu* misc_;
+    QGridLayout* buttonGrid_;
+    int placed_ = 0;  // buttons in the grid
     QPlainTextEdit* notes_;
     QProgressBar* progress_;
     std::map<std::string, QPushButton*> buttons_;
-    std::vector<std::string> scenarioFolders_;  // the folder of each listed scenario, by row
-    std::string listedRoute_;                   // the route whose scenarios the lower grid holds
+    std::vector<QPushButton*> locked_;  // disabled while a run is under way
     routes::RouteCheckOutcome lastCheck_;
     bool running_ = false;
 
