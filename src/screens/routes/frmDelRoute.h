@@ -58,9 +58,6 @@ public:
     // The outcome of the last check, as the grids were given it.
     const routes::RouteCheckOutcome& lastCheck() const { return lastCheck_; }
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-
     // What the areas whose commands stand on this screen build on.
     app::AppContext& context() const { return ctx_; }
     // A command button, placed after the others. A `locked` one is disabled while a long
@@ -90,6 +87,9 @@ protected:
     void showNotes(const std::string& text);
     // "Items of Stock".
     void showStockCount(std::size_t count);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     QPushButton* addButton(const std::string& name, const std::string& caption);
