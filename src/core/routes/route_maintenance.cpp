@@ -173,6 +173,15 @@ std::vector<std::string> FolderFileNames(const std::string& folder) {
 
 namespace {
 
+// The d:size of the blob that starts at `blob` (1-based), as written.
+std::string BlobSize(const std::string& text, long blob) {
+    const long at = InStr(blob, text, "d:size=\"");
+    if (at == 0) return {};
+    const std::size_t from = static_cast<std::size_t>(at) + 7;
+    const std::size_t end = text.find('"', from);
+    return end == std::string::npos ? std::string() : text.substr(from, end - from);
+}
+
 // One MixMap tile cleared; the failure when it was left as it was.
 app::Status ClearOneMixMap(app::AppContext& ctx, const std::string& file, const std::string& blank) {
     const std::string name = NameOf(file);
@@ -182,6 +191,11 @@ app::Status ClearOneMixMap(app::AppContext& ctx, const std::string& file, const 
     std::string text = tools::ReadTextFile(xmlFile);
     const long blob = InStr(text, "<d:blob");
     if (blob == 0) return app::RunError{5, name + " holds no terrain mix data (<d:blob)."};
+    // A tile whose mix is of another size than the blank one would no longer fit its terrain.
+    const std::string size = BlobSize(text, blob);
+    if (size != BlobSize(blank, 1))
+        return app::RunError{5, name + " holds a terrain mix of " + size + " bytes, the blank template one of " +
+                                    BlobSize(blank, 1) + " bytes."};
     text = text.substr(0, static_cast<std::size_t>(blob - 1)) + blank;
     if (!tools::WriteTextFile(ctx, xmlFile, text)) return app::err::PathFileAccess(xmlFile);
     std::string binFile;

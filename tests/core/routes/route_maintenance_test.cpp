@@ -286,17 +286,24 @@ TEST(ClearMixMaps, FailuresLeaveFilesAsTheyWereAndAbortStops) {
     ASSERT_TRUE(m.binary("Content/Routes/R/MixMap/noblob.bin",
                          "<?xml version=\"1.0\"?>\r\n<cHeightmap d:id=\"1\"><Width d:type=\"sUInt32\">4</Width>"
                          "</cHeightmap>\r\n"));
+    ASSERT_TRUE(m.binary("Content/Routes/R/MixMap/small.bin",
+                         "<?xml version=\"1.0\"?>\r\n<cMixMap d:id=\"1\"><d:blob d:size=\"6\">067C00000000</d:blob>"
+                         "</cMixMap>\r\n"));
     const std::string noblob = m.game.read("Content/Routes/R/MixMap/noblob.bin");
-    const MixMapClearing done = ClearMixMaps(m.ctx, m.folder, {"broken.bin", "noblob.bin"});
+    const std::string small = m.game.read("Content/Routes/R/MixMap/small.bin");
+    const MixMapClearing done = ClearMixMaps(m.ctx, m.folder, {"broken.bin", "noblob.bin", "small.bin"});
     EXPECT_TRUE(done.modified.empty());
-    EXPECT_EQ(done.failed, (std::vector<std::string>{"broken.bin", "noblob.bin"}));
+    EXPECT_EQ(done.failed, (std::vector<std::string>{"broken.bin", "noblob.bin", "small.bin"}));
+    EXPECT_EQ(m.game.read("Content/Routes/R/MixMap/small.bin"), small);
     EXPECT_EQ(m.game.read("Content/Routes/R/MixMap/broken.bin"), "SERZ and then nothing useful");
     EXPECT_EQ(m.game.read("Content/Routes/R/MixMap/noblob.bin"), noblob);
     EXPECT_FALSE(fs::exists(m.game.path() / "Content/Routes/R/MixMap/broken.bin.bak"));
     const auto texts = m.texts();
-    ASSERT_EQ(texts.size(), 3u);
+    ASSERT_EQ(texts.size(), 4u);
     EXPECT_NE(texts[1].find("holds no terrain mix data"), std::string::npos);
-    EXPECT_EQ(texts[2], "0 of the 2 selected files have been modified; the others were left as they were.");
+    EXPECT_NE(texts[2].find("small.bin holds a terrain mix of 6 bytes, the blank template one of 98304 bytes."),
+              std::string::npos);
+    EXPECT_EQ(texts[3], "0 of the 3 selected files have been modified; the others were left as they were.");
 
     m.ui.shown.clear();
     m.ctx.abortFlag = true;

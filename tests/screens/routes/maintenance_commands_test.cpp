@@ -22,11 +22,12 @@ namespace fs = std::filesystem;
 
 constexpr const char* kRoute = "aaaa-route";
 
-// A MixMap tile as the converter writes it, with a small painted mix.
+// A MixMap tile as the converter writes it: 128 by 128 points of six bytes, one painted.
 std::string MixMapXml() {
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<cRecordSet xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" "
            "d:version=\"1.0\" d:id=\"1\">\r\n<Record>\r\n<cMixMap d:id=\"2\">\r\n<TileX d:type=\"sInt32\">0</TileX>\r\n"
-           "<d:blob d:size=\"12\">067C00000000067C 00000000</d:blob>\r\n</cMixMap>\r\n</Record>\r\n</cRecordSet>\r\n";
+           "<d:blob d:size=\"98304\">067C" +
+           std::string(98304 * 2 - 4, '0') + "</d:blob>\r\n</cMixMap>\r\n</Record>\r\n</cRecordSet>\r\n";
 }
 
 struct Maintenance : testing::RouteScreenFixture {
