@@ -163,6 +163,20 @@ TEST(MaintenanceCommands, ClearMixMapFilesSelectAllThenProcess) {
     mix->close();
 }
 
+TEST(MaintenanceCommands, MakeAssetFolderCopiesTheSavedListsAssetsForTheSelectedRoute) {
+    Maintenance f;
+    f.asset("Kestrel/Moorland/Scenery/Oak.bin");
+    f.root.write("Reports/Zeta Line_Assets.csv",
+                 f.game.system() + "\\Assets\\Kestrel\\Moorland\\Scenery\\Oak.bin,(Scenery Item)\r\n");
+    f.ui.answers = {app::Answer::Ok};
+    f.misc("mnuCRF")->trigger();
+    EXPECT_EQ(f.root.read("Zeta Line/Kestrel/Moorland/Scenery/Oak.bin"), "bin");
+    ASSERT_EQ(f.ui.texts().size(), 2u);
+    EXPECT_TRUE(f.ui.texts()[1].starts_with("The assets used by Zeta Line have been copied into\n"));
+    EXPECT_FALSE(f.ui.progressSteps.empty());
+    EXPECT_FALSE(f.screen.running());
+}
+
 TEST(MaintenanceCommands, MakeAssetFolderCancelledChangesNothing) {
     Maintenance f;
     f.ui.answers = {app::Answer::Cancel};
