@@ -42,15 +42,8 @@ void ClearTempFiles(app::AppContext& ctx) {
 
 // The route template named in RouteProperties.xml must be installed.
 bool TemplatePresent(app::AppContext& ctx, const std::string& routePath) {
-    const std::string properties = tools::ReadTextFile(routePath + "\\RouteProperties.xml");
-    const long at = InStr(properties, "<InfrastructureModified");
-    if (at == 0) return true;
     assets::BlueprintRef ref;
-    long pos = at;
-    for (auto [tag, value] : {std::pair{"Provider", &ref.provider}, std::pair{"Product", &ref.product},
-                              std::pair{"BlueprintID", &ref.blueprintId}}) {
-        if (pos > 0) tools::GetDetail(properties, pos, tag, *value);
-    }
+    if (!RouteTemplateOf(tools::ReadTextFile(routePath + "\\RouteProperties.xml"), ref)) return true;
     const std::string file = AssetPath(ctx.gameRoot(), ref.provider, ref.product, ref.blueprintId);
     if (tools::FileExists(file)) return true;
     ctx.ui->message(tools::FixEntitiesCopy(ref.blueprintId) +
@@ -102,6 +95,17 @@ void TextureCheckPart(app::AppContext& ctx, const std::string& routePath, const 
 }
 
 }  // namespace
+
+bool RouteTemplateOf(const std::string& properties, assets::BlueprintRef& ref) {
+    const long at = InStr(properties, "<InfrastructureModified");
+    if (at == 0) return false;
+    long pos = at;
+    for (auto [tag, value] : {std::pair{"Provider", &ref.provider}, std::pair{"Product", &ref.product},
+                              std::pair{"BlueprintID", &ref.blueprintId}}) {
+        if (pos > 0) tools::GetDetail(properties, pos, tag, *value);
+    }
+    return true;
+}
 
 bool UnpackRoute(app::AppContext& ctx, const std::string& routeFolder) {
     const std::string ap = ctx.gameRoot() + "\\Content\\Routes\\" + routeFolder + "\\maincontent.ap";

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "assets/blueprint.h"
 #include "routes/route_check.h"
 #include "routes/route_textures.h"
 
@@ -56,6 +57,10 @@ RouteCheckOutcome CheckSelectedRoute(app::AppContext& ctx, const CheckedRoute& r
 // The unpack of a packed route: MainContent.ap into the working folder, then the index.
 // False (after the message) when the route has no MainContent.ap.
 bool UnpackRoute(app::AppContext& ctx, const std::string& routeFolder);
+
+// The route template that a RouteProperties.xml text names: the Provider, Product and
+// BlueprintID behind <InfrastructureModified. False when the text has no such element.
+bool RouteTemplateOf(const std::string& properties, assets::BlueprintRef& ref);
 
 // Saves a list as comma-separated text: AppRoot\Reports\<route name><suffix>. Gives the
 // file's path, or empty when nothing could be written.

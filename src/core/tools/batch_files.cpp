@@ -76,6 +76,7 @@ void Xcopy(Run& run, const std::vector<Word>& words) {
     const bool recurse = Has(sw, "/s") || Has(sw, "/e");
     const bool ask = !Has(sw, "/y") || Has(sw, "/-y");
     long copied = 0;
+    long matched = 0;
     bool stop = false;
     if (Has(sw, "/e")) {
         Walk(run, folder, {"*"}, true, true, [&](const std::string&, const std::string& relative, bool isFolder) {
@@ -88,9 +89,15 @@ void Xcopy(Run& run, const std::vector<Word>& words) {
         if (ask && IsFile(target) && !MayReplace(run, target)) return;
         if (Has(sw, "/f")) run.print(path + " -> " + target);
         else if (!Has(sw, "/q")) run.print(path);
+        ++matched;
         if (CopyOne(run, path, target)) ++copied;
         else stop = !Has(sw, "/c");
     });
+    // A file named without wildcards that is nowhere found is a failure, as on the console.
+    if (matched == 0 && !HasWildcards(mask)) {
+        run.print("File not found - " + mask);
+        run.fail(app::err::FileNotFound(folder + "\\" + mask));
+    }
     run.print(std::to_string(copied) + " File(s) copied");
 }
 

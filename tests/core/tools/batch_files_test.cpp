@@ -98,6 +98,21 @@ TEST(BatchXcopy, OneFileIntoAFolderAndCarryingOnAfterErrors) {
     EXPECT_TRUE(f.run("xcopy \"" + f.sys("nowhere") + "\\*.*\" \"" + f.sys("to") + "\" /s /y"));
 }
 
+TEST(BatchXcopy, ANamedFileThatIsNowhereIsAFailureAndTheNextLineStillRuns) {
+    BatchFixture f;
+    f.root.write("Assets/P/Q/x.bin", "x");
+    f.root.write("Assets/P/Q/Sub/y.bin", "y");
+    EXPECT_TRUE(f.run("xcopy \"" + f.sys("Assets\\P\\Q\\gone.bin") + "\" \"" + f.sys("Pack\\P\\Q") +
+                      "\\\" /I /C /S\r\nxcopy \"" + f.sys("Assets\\P\\Q\\y.bin") + "\" \"" + f.sys("Pack\\P\\Q") +
+                      "\\\" /I /C /S"));
+    ASSERT_EQ(f.outcome.errors.size(), 1u);
+    EXPECT_NE(f.outcome.errors[0].description.find("gone.bin"), std::string::npos);
+    EXPECT_NE(f.outcome.console.find("File not found - gone.bin"), std::string::npos);
+    // /S finds the named file in the sub-folders too, and keeps their place.
+    EXPECT_EQ(f.root.read("Pack/P/Q/Sub/y.bin"), "y");
+    EXPECT_FALSE(f.exists("Pack/P/Q/x.bin"));
+}
+
 TEST(BatchCopy, FilesOfAFolderWithoutItsSubFolders) {
     BatchFixture f;
     f.root.write("game/RailWorks.exe", "exe");
