@@ -20,6 +20,7 @@
 #include "archives/report_grid.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/frmListRS.h"
+#include "screens/routes/maintenance_commands.h"
 #include "screens/routes/route_listing.h"
 #include "screens/services/frmReport.h"
 #include "services/report_table.h"
@@ -180,6 +181,7 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     addCommand("Command12", langText(134), [this] { printRouteList(); });
     addCommand("Command2", langText(135), [this] { deleteScenarios(); });
     addCommand("Command20", langText(136), [this] { saveLowerGrid(); });
+    AddMaintenanceCommands(*this);
 
     auto* closing = new QHBoxLayout;
     closing->addWidget(new QLabel(lang(140), this));
