@@ -90,6 +90,7 @@ TEST(PreloadFix, TheRealRoutePropertiesStaysConvertible) {
     ASSERT_FALSE(tools::SerzConvert(ctx, app.system() + "/in.xml", bin, tools::SerzDirection::ToBinary));
     std::string back;
     ASSERT_FALSE(tools::SerzReadXml(ctx, bin, back));
+    std::erase(back, '\r');  // the converter writes CR LF
     EXPECT_GT(tools::InStr(back, section.substr(section.find("<iBlueprintLibrary"))), 0);
 }
 
