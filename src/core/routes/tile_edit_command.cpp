@@ -131,8 +131,10 @@ TileEditRun SubstituteItem(app::AppContext& ctx, const archives::ReportGrid& gri
     }
     auto choice = ask(*item);
     if (!choice) return {};
-    ctx.report(tools::ReplaceApos(choice->replacement.blueprintId), kModule);
+    // From screen form to file form.
     assets::BlueprintRef& replacement = choice->replacement;
+    for (std::string* value : {&replacement.provider, &replacement.product, &replacement.blueprintId})
+        ctx.report(tools::ReplaceApos(*value), kModule);
     if (tools::TrimBlanks(replacement.provider).empty() || tools::TrimBlanks(replacement.product).empty() ||
         tools::TrimBlanks(replacement.blueprintId).empty()) {
         if (ctx.ui->ask("As you have not included a new Provider, Product or Path, then is it\ncorrect that you wish "

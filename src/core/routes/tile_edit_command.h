@@ -25,7 +25,7 @@ struct SubstituteChoice {
 using AskSubstitute = std::function<std::optional<SubstituteChoice>(const GridItem& old)>;
 
 // "Substitute existing scenery item" on the first of the selected rows. Refused until
-// the duplicates are removed. An empty new field asks whether the item is to be removed;
+// the duplicates are removed. The new values go to file form (ReplaceApos). An empty new field asks whether the item is to be removed;
 // Yes empties the whole triple. Scenery items are replaced in the route's Scenery tiles
 // and in each listed scenario's.
 TileEditRun SubstituteItem(app::AppContext& ctx, const archives::ReportGrid& grid,

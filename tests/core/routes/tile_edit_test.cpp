@@ -178,7 +178,7 @@ TEST(TileEditCommand, SubstitutesInTheRouteAndItsScenariosWithBackUps) {
     const std::string untouched = r.bytes("Scenery/+000000+000001.bin");
     const std::string loft = r.bytes("Networks/Loft Tiles/+000000+000000.bin");
     const auto rows = r.select(kTree, "(Scenery Item)");
-    const BlueprintRef replacement{"Brackenridge", "CountryScenery", "Trees\\Elm's.xml"};
+    const BlueprintRef replacement{"R&D", "CountryScenery", "Trees\\Elm's.xml"};
     int asked = 0;
     const TileEditRun run = SubstituteItem(r.ctx, r.grid, rows, [&](const GridItem& old) {
         ++asked;
@@ -191,7 +191,7 @@ TEST(TileEditCommand, SubstitutesInTheRouteAndItsScenariosWithBackUps) {
     EXPECT_EQ(run.tilesChanged, 2u);
     EXPECT_EQ(run.backups.size(), 2u);
     // The new path in file form: its apostrophe as the program has always written it.
-    const BlueprintRef written{"Brackenridge", "CountryScenery", "Trees\\Elm&quot;s.xml"};
+    const BlueprintRef written{"R&amp;D", "CountryScenery", "Trees\\Elm&quot;s.xml"};
     EXPECT_EQ(r.xml("Scenery/+000000+000000.bin"), r.expected({written, kBirch}));
     EXPECT_EQ(tools::InStr(r.xml("Scenarios/sc-1/Scenery/+000000+000000.bin"), "Oak.xml"), 0);
     EXPECT_TRUE(r.backedUp("Scenery/+000000+000000.bin"));
@@ -330,6 +330,53 @@ TEST(TileEditCommand, ARealTileIsChangedAndItsBackUpIsTheOriginal) {
     ASSERT_FALSE(tools::SerzConvert(r.ctx, r.app.system() + "/expected.xml", expectedBin, tools::SerzDirection::ToBinary));
     EXPECT_EQ(r.game.read(r.route("Scenery/+000000+000000.bin")), r.app.read("expected.bin"));
     EXPECT_EQ(r.game.read(r.route("Scenery/+000000+000000.bin.bak")), original);
+}
+
+TEST(TileEditText, RealTilesStayConvertibleAfterEachEdit) {
+    const struct {
+        const char* file;
+        std::size_t (*edit)(std::string&, const BlueprintRef&);
+        const char* counted;  // what each edit takes away from the tile
+    } cases[] = {
+        {"serz/scenery-tile.bin", RemoveEntitiesInTile, "<cDynamicEntity "},
+        {"routes/ff1ebaa8-82f5-43ca-9816-859956f4d56c/Networks/Loft Tiles/+000000+000000.bin", EmptyLoftInTile,
+         "<BlueprintID d:type=\"cDeltaString\">Scenery"},
+        {"routes/ff1ebaa8-82f5-43ca-9816-859956f4d56c/Networks/Tracks.bin",
+         [](std::string& xml, const BlueprintRef& ref) { return SubstituteInTile(xml, ref, kBirch); },
+         "<BlueprintID d:type=\"cDeltaString\">RailNetwork"},
+    };
+    testing::TempFolder app;
+    testing::ScriptedUi ui;
+    app::AppContext ctx;
+    ctx.appRoot = app.system();
+    ctx.ui = &ui;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        FERROLUND_READ_TESTDATA(original, c.file);
+        app.write("tile.bin", original);
+        std::string xml;
+        ASSERT_FALSE(tools::SerzReadXml(ctx, app.system() + "/tile.bin", xml));
+        const auto count = [](const std::string& text, const std::string& what) {
+            std::size_t n = 0;
+            for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+            return n;
+        };
+        const std::size_t before = count(xml, c.counted);
+        // The reference in the first counted place: behind an entity's start, in front of a path.
+        const long hit = tools::InStr(xml, c.counted);
+        const auto ref = assets::ReadTriple(
+            xml, c.counted[1] == 'c' ? tools::InStr(hit, xml, "<Provider") : tools::InStrRev(xml, "<Provider", hit));
+        ASSERT_TRUE(ref.has_value());
+        const std::size_t places = c.edit(xml, *ref);
+        ASSERT_GT(places, 0u);
+        EXPECT_EQ(count(xml, c.counted), before - places);
+        app.write("edited.xml", xml);
+        ASSERT_FALSE(tools::SerzConvert(ctx, app.system() + "/edited.xml", app.system() + "/edited.bin",
+                                        tools::SerzDirection::ToBinary));
+        std::string back;
+        ASSERT_FALSE(tools::SerzReadXml(ctx, app.system() + "/edited.bin", back));
+        EXPECT_EQ(count(back, c.counted), before - places);
+    }
 }
 
 }  // namespace
