@@ -73,6 +73,9 @@ TEST(frmListRSRoute, SubstitutesTheSelectedItemAfterTheDuplicatesAreGone) {
     int asked = 0;
     screen.setSubstituteDialog([&](const routes::GridItem& old) {
         ++asked;
+        // While the command runs its siblings are locked and "&Abort" is at hand.
+        EXPECT_FALSE(screen.button("Command8")->isEnabled());
+        EXPECT_FALSE(screen.findChild<QPushButton*>("Command10")->isHidden());
         EXPECT_EQ(old.ref.blueprintId, "Trees\\Oak.xml");
         return routes::SubstituteChoice{{"Brackenridge", "CountryScenery", "Trees\\Elm.xml"}, routes::kSceneryKind};
     });
