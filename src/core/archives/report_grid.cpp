@@ -182,6 +182,15 @@ std::vector<std::size_t> ReportGrid::mainContentRows() const {
 
 void ReportGrid::clear() { setRows({}); }
 
+app::Status ReportGrid::saveBatch(const std::string& path) const {
+    std::string text;
+    for (std::size_t i = 0; i < table.rows.size(); ++i) {
+        if (i) text += "\r\n";
+        text += cell(i, 0);
+    }
+    return tools::WriteBatch(path, text);
+}
+
 void ReportGrid::loadCsv(const std::string& text) { loadTable(services::ParseCsv(text)); }
 
 void ReportGrid::loadTable(services::ReportTable loaded) {

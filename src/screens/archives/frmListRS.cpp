@@ -16,6 +16,7 @@
 #include "archives/make_batch.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/report_grid_model.h"
+#include "screens/routes/dlgMissShape.h"
 #include "screens/services/frmReport.h"
 #include "screens/services/print_preview.h"
 #include "tools/codepage.h"
@@ -85,16 +86,27 @@ frmListRS::frmListRS(app::AppContext& ctx, archives::ReportGrid grid, QWidget* p
     connect(addButton("Command26", lang(572)), &QPushButton::clicked, this, &frmListRS::clearGrid);
     connect(addButton("Command4", lang(8)), &QPushButton::clicked, this, &frmListRS::printList);
     connect(addButton("Command2", lang(9)), &QPushButton::clicked, this, &QDialog::close);
-    // The route commands of the grid come with the route screens; until then they are greyed.
-    for (const auto& [name, n] : {std::pair{"Command6", 123}, std::pair{"Command8", 566}, std::pair{"Command23", 570},
-                                  std::pair{"Command11", 568}}) {
-        addButton(name, lang(n))->setEnabled(false);
-    }
+    // The commands that change the route the list came from.
+    connect(addButton("Command6", lang(123)), &QPushButton::clicked, this, &frmListRS::substituteItem);
+    connect(addButton("Command8", lang(566)), &QPushButton::clicked, this, [this] { removeItems(routes::kSceneryKind); });
+    connect(addButton("Command23", lang(570)), &QPushButton::clicked, this, [this] { removeItems(routes::kLoftKind); });
+    connect(addButton("Command11", lang(568)), &QPushButton::clicked, this, &frmListRS::fixProviders);
+    const bool route = !grid_.routeFolder.empty();
+    const bool items = grid_.mode == archives::kModeRouteItems || grid_.mode == archives::kModeRouteCheck;
+    button("Command6")->setEnabled(route && items);
+    button("Command8")->setEnabled(route && (items || grid_.mode == archives::kModeRemovals));
+    button("Command23")->setEnabled(route && (items || grid_.mode == archives::kModeRemovals));
+    button("Command11")->setEnabled(route);
     if (grid_.mode == 8) {
         button("Command1")->hide();
         button("Command3")->hide();
     }
     if (grid_.mode == archives::kModeApList) addArchiveCommands();
+    abort_ = new QPushButton("&Abort", this);
+    abort_->setObjectName("Command10");
+    abort_->hide();
+    connect(abort_, &QPushButton::clicked, this, [this] { ctx_.abortFlag = true; });
+    findRow->addWidget(abort_);
     int i = 0;
     for (const auto& [name, b] : buttons_) {
         if (!b->isHidden()) buttonGrid->addWidget(b, i / 6, i % 6), ++i;
@@ -173,13 +185,55 @@ void frmListRS::addArchiveCommands() {
     for (const auto& c : commands) connect(addButton(c.name, c.caption), &QPushButton::clicked, this, c.run);
 }
 
-std::vector<std::string> frmListRS::selectedItems() const {
-    std::vector<int> rows;
-    for (const QModelIndex& index : list1_->selectionModel()->selectedRows()) rows.push_back(index.row());
+std::vector<std::size_t> frmListRS::selectedRows() const {
+    std::vector<std::size_t> rows;
+    for (const QModelIndex& index : list1_->selectionModel()->selectedRows())
+        rows.push_back(static_cast<std::size_t>(index.row()));
     std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+std::vector<std::string> frmListRS::selectedItems() const {
     std::vector<std::string> items;
-    for (int r : rows) items.push_back(grid_.cell(static_cast<std::size_t>(r), 0));
+    for (std::size_t r : selectedRows()) items.push_back(grid_.cell(r, 0));
     return items;
+}
+
+void frmListRS::runLong(const std::function<void()>& work) {
+    std::vector<QPushButton*> locked;
+    for (const auto& [name, b] : buttons_) {
+        if (b->isEnabled()) locked.push_back(b);
+        b->setEnabled(false);
+    }
+    abort_->show();
+    running_ = true;
+    work();
+    running_ = false;
+    abort_->hide();
+    for (QPushButton* b : locked) b->setEnabled(true);
+}
+
+void frmListRS::setSubstituteDialog(routes::AskSubstitute ask) { askSubstitute_ = std::move(ask); }
+
+void frmListRS::substituteItem() {
+    if (!ctx_.ui) return;
+    const std::vector<std::size_t> rows = selectedRows();
+    runLong([&] {
+        routes::SubstituteItem(ctx_, grid_, rows, [this](const routes::GridItem& old) {
+            return askSubstitute_ ? askSubstitute_(old) : AskSubstitute(ctx_, this, old);
+        });
+    });
+}
+
+void frmListRS::removeItems(int kind) {
+    if (!ctx_.ui) return;
+    const std::vector<std::size_t> rows = selectedRows();
+    runLong([&] { routes::RemoveSelectedItems(ctx_, grid_, rows, kind); });
+}
+
+void frmListRS::fixProviders() {
+    if (!ctx_.ui) return;
+    routes::FixRouteProviders(ctx_, grid_);
 }
 
 void frmListRS::showCount() { label4_->setText(QString::number(grid_.rowCount())); }
@@ -218,6 +272,11 @@ void frmListRS::saveList() {
     if (!ctx_.ui) return;
     const std::string reports = ctx_.appPath("Reports");
     tools::CreatePath(reports);
+    if (grid_.saveAsBatch) {
+        const auto file = ctx_.ui->chooseSaveFile("Save Grid as Batch File", "Batch file (*.bat)|*.bat", reports);
+        if (file && !file->empty()) ctx_.report(grid_.saveBatch(*file), kModule);
+        return;
+    }
     const auto file = ctx_.ui->chooseSaveFile(
         "Save Grid as File",
         "Comma Separated (*.csv)|*.csv|Excel file (*.xls)|*.xls|Tabbed text file (*.txt)|*.txt", reports);
@@ -259,6 +318,12 @@ void frmListRS::copyRow(int row) {
 }
 
 void frmListRS::closeEvent(QCloseEvent* event) {
+    if (running_) {
+        // The screen stays until the work has stopped.
+        ctx_.abortFlag = true;
+        event->ignore();
+        return;
+    }
     const QRect g = geometry();
     archives::StoreReportGeometry(ctx_, {g.x() * kTwipsPerPixel, g.y() * kTwipsPerPixel, g.width() * kTwipsPerPixel,
                                          g.height() * kTwipsPerPixel});

@@ -3,11 +3,13 @@
 // commands' logic are the ReportGrid model's; this form holds the widgets.
 
 #include <QDialog>
+#include <functional>
 #include <map>
 #include <string>
 
 #include "app/app_context.h"
 #include "archives/report_grid.h"
+#include "routes/tile_edit_command.h"
 
 class QLabel;
 class QLineEdit;
@@ -28,8 +30,11 @@ public:
     archives::ReportGrid& grid() { return grid_; }
     QTableView* list() const { return list1_; }
     QPushButton* button(const std::string& name) const;
-    // The first column of the selected rows, in row order.
+    // The selected rows, and their first column, in row order.
+    std::vector<std::size_t> selectedRows() const;
     std::vector<std::string> selectedItems() const;
+    // What "Substitute existing scenery item" asks with; dlgMissShape, modal, unless set.
+    void setSubstituteDialog(routes::AskSubstitute ask);
 
     void removeDupes();
     void checkMissing();
@@ -41,6 +46,10 @@ public:
     void printList();
     void selectMainContent();
     void copyRow(int row);
+    // The commands on the route the list came from.
+    void substituteItem();
+    void removeItems(int kind);
+    void fixProviders();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -49,6 +58,8 @@ private:
     QPushButton* addButton(const std::string& name, const std::string& caption);
     void addArchiveCommands();
     void showCount();
+    // Long work with the commands locked and "&Abort" at hand.
+    void runLong(const std::function<void()>& work);
 
     app::AppContext& ctx_;
     archives::ReportGrid grid_;
@@ -56,6 +67,9 @@ private:
     QTableView* list1_;
     QLabel* label4_;
     QLineEdit* text1_;
+    QPushButton* abort_ = nullptr;
+    bool running_ = false;
+    routes::AskSubstitute askSubstitute_;
     std::map<std::string, QPushButton*> buttons_;
 };
 
