@@ -28,7 +28,7 @@ std::string AssetFolderPath(const app::AppContext& ctx, const std::string& route
 }
 
 void AddAssetCopyLines(const std::string& listText, const std::string& target, std::vector<std::string>& lines,
-                       std::vector<std::string>& seen) {
+                       std::unordered_set<std::string>& seen) {
     std::size_t from = 0;
     while (from < listText.size()) {
         std::size_t end = listText.find('\n', from);
@@ -42,9 +42,7 @@ void AddAssetCopyLines(const std::string& listText, const std::string& target, s
         const std::string behind = source.substr(static_cast<std::size_t>(at) + 7);
         const std::size_t cut = behind.rfind('\\');
         if (cut == std::string::npos || cut == 0) continue;
-        const std::string key = tools::UpperCp1252(source);
-        if (std::find(seen.begin(), seen.end(), key) != seen.end()) continue;
-        seen.push_back(key);
+        if (!seen.insert(tools::UpperCp1252(source)).second) continue;
         lines.push_back("xcopy \"" + source + "\" \"" + target + "\\" + behind.substr(0, cut) + "\\\" /I /C /S");
     }
 }
@@ -60,7 +58,8 @@ AssetFolderOutcome MakeAssetFolder(app::AppContext& ctx, const std::string& rout
         return out;
     }
     out.folder = AssetFolderPath(ctx, routeName);
-    std::vector<std::string> lines, seen;
+    std::vector<std::string> lines;
+    std::unordered_set<std::string> seen;
     for (const char* suffix : kAssetListSuffixes) {
         const std::string list = ctx.appPath("Reports\\" + routeName + suffix);
         const std::string text = tools::ReadTextFile(list);
@@ -73,6 +72,15 @@ AssetFolderOutcome MakeAssetFolder(app::AppContext& ctx, const std::string& rout
                             "\nRun 'Check Route' on this route and let it save its lists first.",
                         app::Icon::Exclamation);
         return out;
+    }
+    // Copies of an earlier run are replaced only when the user says so, once for all of them.
+    if (std::string existing = out.folder; tools::FolderExists(existing)) {
+        if (ctx.ui->ask("The folder " + out.folder + "\nholds copies from an earlier run. Replace them with fresh copies?",
+                        app::Buttons::YesNo, app::Icon::Question) != app::Answer::Yes) {
+            out.cancelled = true;
+            return out;
+        }
+        for (std::string& line : lines) line += " /Y";
     }
     const std::string temp = ctx.appPath("TempFiles");
     tools::CreatePath(temp);

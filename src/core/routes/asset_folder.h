@@ -6,6 +6,7 @@
 // interpreter runs.
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "app/app_context.h"
@@ -25,7 +26,7 @@ std::string AssetFolderPath(const app::AppContext& ctx, const std::string& route
 // Lines naming no file under an Assets folder are passed over; a line already in `seen`
 // (compared without regard to case) is not repeated.
 void AddAssetCopyLines(const std::string& listText, const std::string& target, std::vector<std::string>& lines,
-                       std::vector<std::string>& seen);
+                       std::unordered_set<std::string>& seen);
 
 struct AssetFolderOutcome {
     bool cancelled = false;
@@ -38,7 +39,9 @@ struct AssetFolderOutcome {
 };
 
 // The whole command for the route named: the OK/Cancel question, the batch made and run
-// line by line (progress and "&Abort" between lines), the closing box.
+// line by line (progress and "&Abort" between lines), the closing box. When the folder
+// is there from an earlier run, one question decides whether its copies are replaced
+// (No ends the command with nothing changed).
 AssetFolderOutcome MakeAssetFolder(app::AppContext& ctx, const std::string& routeName);
 
 }  // namespace ferrolund::routes

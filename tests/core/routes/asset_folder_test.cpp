@@ -31,7 +31,8 @@ TEST(AssetCopyLines, OneXcopyLinePerAssetIntoItsProviderAndProductFolder) {
     std::string text;
     for (const Case& c : cases) text += std::string(c.line) + "\r\n";
     text += "C:\\Game\\Assets\\Kestrel\\Moorland\\Audio\\Wind.wav";  // last line without line end
-    std::vector<std::string> lines, seen;
+    std::vector<std::string> lines;
+    std::unordered_set<std::string> seen;
     AddAssetCopyLines(text, "T", lines, seen);
     std::vector<std::string> expected;
     for (const Case& c : cases)
@@ -107,6 +108,30 @@ TEST(MakeAssetFolder, GathersTheRoutesAssetsFromItsSavedLists) {
     EXPECT_TRUE(texts[1].starts_with("The assets used by Moorland have been copied into\n" + out.folder));
     EXPECT_NE(texts[1].find("Gone.TgPcDx"), std::string::npos);
     EXPECT_NE(texts[1].find("Moorland_Sounds.csv"), std::string::npos);
+}
+
+TEST(MakeAssetFolder, ASecondRunAsksOnceWhetherToReplaceTheCopies) {
+    AssetGathering g;
+    const std::string oak = g.asset("Kestrel/Moorland/Scenery/Oak.bin");
+    g.list("_Assets.csv", {oak, g.asset("Hartwell/Signals/Home.bin")});
+    g.ui.answers.push_back(app::Answer::Ok);
+    ASSERT_EQ(MakeAssetFolder(g.ctx, "Moorland").lines, 2u);
+    g.game.write("Assets/Kestrel/Moorland/Scenery/Oak.bin", "changed since");
+
+    g.ui.shown.clear();
+    g.ui.answers = {app::Answer::Ok, app::Answer::No};
+    EXPECT_TRUE(MakeAssetFolder(g.ctx, "Moorland").cancelled);
+    EXPECT_EQ(g.app.read("Moorland/Kestrel/Moorland/Scenery/Oak.bin"), "content of Kestrel/Moorland/Scenery/Oak.bin");
+    EXPECT_EQ(g.ui.texts().size(), 2u);
+
+    g.ui.shown.clear();
+    g.ui.answers = {app::Answer::Ok, app::Answer::Yes};
+    const AssetFolderOutcome again = MakeAssetFolder(g.ctx, "Moorland");
+    EXPECT_EQ(again.lines, 2u);
+    EXPECT_TRUE(again.batch.errors.empty());
+    EXPECT_EQ(g.app.read("Moorland/Kestrel/Moorland/Scenery/Oak.bin"), "changed since");
+    // Two questions and the closing box: no question a file.
+    EXPECT_EQ(g.ui.texts().size(), 3u);
 }
 
 TEST(MakeAssetFolder, CancelNoListsAndAbort) {
