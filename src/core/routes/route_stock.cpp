@@ -388,4 +388,51 @@ ScenarioItemLists ListScenarioItems(app::AppContext& ctx, const std::string& rou
     return lists;
 }
 
+bool CheckConsistTemplates(app::AppContext& ctx, const std::vector<std::string>& scenarioStock, bool ignoreListed,
+                           std::vector<std::string>& lines) {
+    lines.clear();
+    const std::string file = ctx.gameRoot() + "\\Content\\ConsistTemplates.bin";
+    if (!tools::FileExists(file)) {
+        ctx.ui->message(file + "\ncan't be found, so the consists can't be checked.", app::Icon::Exclamation);
+        return false;
+    }
+    std::string xml;
+    if (const app::Status failed = tools::SerzReadXml(ctx, file, xml)) {
+        ctx.ui->message(file + "\ncould not be read: " + failed->description, app::Icon::Exclamation);
+        return false;
+    }
+    std::unordered_map<std::string, bool> used;
+    for (const std::string& path : scenarioStock) used.emplace(tools::UpperCp1252(path), true);
+    long consistStart = 0;
+    std::string consistName;
+    int consists = 0;
+    long hit = 1;
+    while ((hit = InStr(hit, xml, "<cConsistTemplateEntry")) > 0) {
+        // The consist that holds the entry, and its name, read once for all its entries.
+        const long start = tools::InStrRev(xml, "<cConsistTemplate ", hit);
+        if (start != consistStart || consists == 0) {
+            consistStart = start;
+            ++consists;
+            consistName.clear();
+            long at = start > 0 ? start : 1;
+            tools::GetName(xml, at, consistName, ctx.prefs.language);
+            if (at <= 0 || at > hit || consistName.empty()) consistName = "#" + std::to_string(consists);
+            consistName = tools::FixEntitiesCopy(consistName);
+        }
+        std::string provider, product, blueprint;
+        long at = hit;
+        tools::GetDetail(xml, at, "Provider", provider);
+        if (at > 0) tools::GetDetail(xml, at, "Product", product);
+        if (at > 0) tools::GetDetail(xml, at, "BlueprintID", blueprint);
+        hit = at > 0 ? at : hit + 1;
+        if (blueprint.empty()) continue;
+        const std::string path = StockPath(provider, product, blueprint);
+        const bool inScenarios = used.count(tools::UpperCp1252(path)) > 0;
+        if (inScenarios && ignoreListed) continue;
+        lines.push_back(path + " found in Consist " + consistName +
+                        (inScenarios ? std::string() : std::string(" is not used in any scenarios")));
+    }
+    return true;
+}
+
 }  // namespace ferrolund::routes

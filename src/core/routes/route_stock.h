@@ -112,4 +112,13 @@ struct ScenarioItemLists {
 ScenarioItemLists ListScenarioItems(app::AppContext& ctx, const std::string& routeFolder,
                                     const std::vector<ScenarioRow>& scenarios);
 
+// The check of frmFindLoco: each "<cConsistTemplateEntry" of Content\ConsistTemplates.bin
+// as path + " found in Consist " + the consist's name, and + " is not used in any
+// scenarios" when `scenarioStock` (paths as GetStock gives them) does not name it,
+// compared without regard to case. With `ignoreListed` the entries that scenarios use
+// are left out. A consist without a name is "#" and its number from 1. False, after a
+// message, when the file is missing or cannot be read.
+bool CheckConsistTemplates(app::AppContext& ctx, const std::vector<std::string>& scenarioStock, bool ignoreListed,
+                           std::vector<std::string>& lines);
+
 }  // namespace ferrolund::routes

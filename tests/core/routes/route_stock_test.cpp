@@ -268,6 +268,42 @@ TEST(RouteStock, ScenarioItemsMessagesAndLists) {
     EXPECT_TRUE(lists.assets[1].rows.empty());
 }
 
+std::string ConsistTemplate(int id, const std::string& name, const std::vector<std::string>& blueprints) {
+    std::string xml = "<cConsistTemplate d:id=\"" + std::to_string(id) + "\">\r\n";
+    if (!name.empty())
+        xml += "<DisplayName>\r\n<Localisation-cUserLocalisedString>\r\n<English d:type=\"cDeltaString\">" + name +
+               "</English>\r\n</Localisation-cUserLocalisedString>\r\n</DisplayName>\r\n";
+    int entry = id * 10;
+    for (const std::string& blueprint : blueprints)
+        xml += "<cConsistTemplateEntry d:id=\"" + std::to_string(entry++) + "\">\r\n" +
+               Ref("BlueprintID", "Hart", "Coal", blueprint) + "</cConsistTemplateEntry>\r\n";
+    return xml + "</cConsistTemplate>\r\n";
+}
+
+TEST(RouteStock, ConsistTemplatesAgainstScenarioStock) {
+    StockGame g;
+    std::vector<std::string> lines{"stale"};
+    EXPECT_FALSE(CheckConsistTemplates(g.ctx, {}, false, lines));
+    EXPECT_TRUE(lines.empty());
+    ASSERT_EQ(g.ui.texts().size(), 1u);
+    EXPECT_NE(g.ui.texts()[0].find("ConsistTemplates.bin\ncan't be found"), std::string::npos);
+
+    g.binary("Content/ConsistTemplates.bin",
+             "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<cRecordSet xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" "
+             "d:version=\"1.0\" d:id=\"1\">\r\n<Record>\r\n" +
+                 ConsistTemplate(2, "Coal &amp; Co", {"Locos\\Loco.xml", "Wagons\\Van.xml"}) +
+                 ConsistTemplate(3, "", {"Wagons\\Tank.xml", ""}) + "</Record>\r\n</cRecordSet>\r\n");
+    const std::vector<std::string> scenarioStock{"HART\\coal\\locos\\loco.bin"};
+    ASSERT_TRUE(CheckConsistTemplates(g.ctx, scenarioStock, false, lines));
+    EXPECT_EQ(lines, (std::vector<std::string>{
+                         "Hart\\Coal\\Locos\\Loco.bin found in Consist Coal & Co",
+                         "Hart\\Coal\\Wagons\\Van.bin found in Consist Coal & Co is not used in any scenarios",
+                         "Hart\\Coal\\Wagons\\Tank.bin found in Consist #2 is not used in any scenarios"}));
+    ASSERT_TRUE(CheckConsistTemplates(g.ctx, scenarioStock, true, lines));
+    EXPECT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].find("Van.bin"), std::string("Hart\\Coal\\Wagons\\").size());
+}
+
 TEST(RouteStock, RealScenarioOfTheTestRoute) {
 #ifndef FERROLUND_TESTDATA
     GTEST_SKIP() << "FERROLUND_TESTDATA is not defined: the real game files are not available";
