@@ -1,5 +1,6 @@
 #include "routes/route_stock.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <unordered_map>
@@ -386,6 +387,13 @@ ScenarioItemLists ListScenarioItems(app::AppContext& ctx, const std::string& rou
         lists.assets.push_back(std::move(assets));
     }
     return lists;
+}
+
+std::size_t RemoveDuplicateRows(std::vector<std::vector<std::string>>& rows) {
+    std::sort(rows.begin(), rows.end());
+    for (std::size_t r = rows.size(); r-- > 1;)
+        if (rows[r] == rows[r - 1]) rows.erase(rows.begin() + static_cast<long>(r));
+    return rows.size();
 }
 
 bool CheckConsistTemplates(app::AppContext& ctx, const std::vector<std::string>& scenarioStock, bool ignoreListed,

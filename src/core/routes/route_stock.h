@@ -112,6 +112,10 @@ struct ScenarioItemLists {
 ScenarioItemLists ListScenarioItems(app::AppContext& ctx, const std::string& routeFolder,
                                     const std::vector<ScenarioRow>& scenarios);
 
+// "Remove Duplicate Rows" of the missing stock screen: the rows sorted, then walked from
+// the end, each removed when it equals the row above it in every column. Gives the rows left.
+std::size_t RemoveDuplicateRows(std::vector<std::vector<std::string>>& rows);
+
 // The check of frmFindLoco: each "<cConsistTemplateEntry" of Content\ConsistTemplates.bin
 // as path + " found in Consist " + the consist's name, and + " is not used in any
 // scenarios" when `scenarioStock` (paths as GetStock gives them) does not name it,

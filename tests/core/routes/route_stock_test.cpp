@@ -268,6 +268,19 @@ TEST(RouteStock, ScenarioItemsMessagesAndLists) {
     EXPECT_TRUE(lists.assets[1].rows.empty());
 }
 
+TEST(RouteStock, DuplicateRowsOnlyWhenEveryColumnIsEqual) {
+    std::vector<std::vector<std::string>> rows{
+        {"r2", "s", "P\\a.bin"}, {"r1", "s", "P\\a.bin"}, {"r2", "s", "P\\a.bin"},
+        {"r2", "s", "P\\A.bin"}, {"r2", "s", "P\\a.bin"}, {"r1", "s"},
+    };
+    EXPECT_EQ(RemoveDuplicateRows(rows), 4u);
+    using Row = std::vector<std::string>;
+    EXPECT_EQ(rows, (std::vector<Row>{Row{"r1", "s"}, Row{"r1", "s", "P\\a.bin"}, Row{"r2", "s", "P\\A.bin"},
+                                      Row{"r2", "s", "P\\a.bin"}}));
+    std::vector<std::vector<std::string>> none;
+    EXPECT_EQ(RemoveDuplicateRows(none), 0u);
+}
+
 std::string ConsistTemplate(int id, const std::string& name, const std::vector<std::string>& blueprints) {
     std::string xml = "<cConsistTemplate d:id=\"" + std::to_string(id) + "\">\r\n";
     if (!name.empty())
