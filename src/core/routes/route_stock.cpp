@@ -284,10 +284,12 @@ ReportListing ListMissingStock(app::AppContext& ctx, const std::vector<StockScen
                for (const StockItem& item : stock) {
                    auto known = present.find(item.path);
                    if (known == present.end()) known = present.emplace(item.path, StockPresent(ctx, item.path)).first;
-                   if (!known->second) listing.rows.push_back({s.routeName, s.row.name, item.path});
+                   if (!known->second) {
+                       csv.rows.push_back({s.routeName, s.row.name, item.path});
+                       listing.rows.push_back({item.path, s.routeName, s.row.name});
+                   }
                }
            }));
-    csv.rows = listing.rows;
     const std::string file = ctx.appPath("TempFiles\\Test.csv");
     tools::CreatePath(ctx.appPath("TempFiles"));
     if (!tools::WriteTextFile(ctx, file, services::CsvText(csv)))

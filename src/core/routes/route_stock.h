@@ -85,8 +85,9 @@ ReportListing ListRouteStock(app::AppContext& ctx, const std::string& routeName,
                              const std::vector<StockScenario>& scenarios, StockLoop* loop = nullptr);
 
 // "List Stock missing in all scenarios" (mode 16): each blueprint not found under
-// GameRoot\Assets, even after FixEntities, as the row route name, scenario name, path;
-// the same rows, comma-separated, are written to TempFiles\Test.csv, begun anew for the run.
+// GameRoot\Assets, even after FixEntities, as the row path, route name, scenario name (the
+// grid's commands work on the first column); TempFiles\Test.csv, begun anew for the run,
+// gets the same as comma-separated lines route name, scenario name, path.
 ReportListing ListMissingStock(app::AppContext& ctx, const std::vector<StockScenario>& scenarios,
                                StockLoop* loop = nullptr);
 

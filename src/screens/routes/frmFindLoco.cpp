@@ -71,6 +71,7 @@ frmFindLoco::frmFindLoco(app::AppContext& ctx, const routes::RouteIndex& index, 
     add("Command15", "List Stock used by all scenarios", &frmFindLoco::listStock);
     add("Command2", "Check Consist Templates", &frmFindLoco::checkConsists);
     row->addStretch();
+    row->addWidget(new QLabel("Items", this));
     label1_ = new QLabel("0", this);
     label1_->setObjectName("Label1");
     row->addWidget(label1_);

@@ -173,7 +173,7 @@ TEST(RouteStock, MissingStockWritesTestCsvAndSkipsScenariosWithoutBin) {
     EXPECT_EQ(loop.skipped, 1u);
     EXPECT_FALSE(loop.aborted);
     ASSERT_EQ(listing.rows.size(), 2u);
-    EXPECT_EQ(listing.rows[1], (std::vector<std::string>{"Route r1", "Second", "Hart\\Coal\\Wagons\\Gone.bin"}));
+    EXPECT_EQ(listing.rows[1], (std::vector<std::string>{"Hart\\Coal\\Wagons\\Gone.bin", "Route r1", "Second"}));
     EXPECT_EQ(g.root.read("app/TempFiles/Test.csv"),
               "Route r1,First,Hart\\Coal\\Wagons\\Gone.bin\r\nRoute r1,Second,Hart\\Coal\\Wagons\\Gone.bin\r\n");
     EXPECT_TRUE(g.ui.progressSteps.size() >= 3u);

@@ -126,8 +126,8 @@ TEST(StockCommands, MissingStockNeedsAllScenariosThenListsAndCounts) {
     const archives::ReportGrid& grid = shown[0]->grid();
     EXPECT_EQ(grid.mode, archives::kModeMissingInScenarios);
     ASSERT_EQ(grid.rowCount(), 1u);
-    EXPECT_EQ(grid.cell(0, 0), "Zeta Line");
-    EXPECT_EQ(grid.cell(0, 2), "Hart\\Coal\\Wagons\\Gone.bin");
+    EXPECT_EQ(grid.cell(0, 0), "Hart\\Coal\\Wagons\\Gone.bin");
+    EXPECT_EQ(grid.cell(0, 1), "Zeta Line");
     EXPECT_EQ(FromQt(screen.findChild<QLabel*>("Label5")->text()), "1");
     EXPECT_EQ(f.root.read("TempFiles/Test.csv"), "Zeta Line,Coal run,Hart\\Coal\\Wagons\\Gone.bin\r\n");
 
