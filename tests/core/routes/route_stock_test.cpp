@@ -340,6 +340,35 @@ TEST(RouteStock, RealScenarioOfTheTestRoute) {
         }
     }
     if (read == 0) GTEST_SKIP() << "no real scenario found below " << routes;
+
+    // The whole loop on a copy of the real route's scenarios, in an installation without assets:
+    // every blueprint is missing, and Test.csv has a line for each.
+    for (const auto& route : fs::directory_iterator(routes)) {
+        if (!fs::is_directory(route.path() / "Scenarios")) continue;
+        const std::string folder = route.path().filename().string();
+        const fs::path target = g.root.path() / "game" / "Content" / "Routes" / folder / "Scenarios";
+        fs::create_directories(target);
+        fs::copy(route.path() / "Scenarios", target, fs::copy_options::recursive);
+        RouteIndex index;
+        index.routeName = {"Real route"};
+        index.routeFolder = {folder};
+        index.routeSlot = {"1"};
+        const ScenarioListing listed = ListScenarios(g.ctx.gameRoot(), folder);
+        ASSERT_FALSE(listed.rows.empty()) << listed.note;
+        const std::vector<StockScenario> scenarios = StockScenarios(listed.rows, index);
+        EXPECT_EQ(scenarios[0].routeName, "Real route");
+        StockLoop loop;
+        const ReportListing used = ListRouteStock(g.ctx, "Real route", scenarios, &loop);
+        EXPECT_EQ(loop.scenariosRead, listed.rows.size());
+        EXPECT_EQ(loop.skipped, 0u);
+        ASSERT_FALSE(used.rows.empty());
+        const ReportListing missing = ListMissingStock(g.ctx, scenarios);
+        EXPECT_EQ(missing.rows.size(), used.rows.size());
+        const std::string csv = g.root.read("app/TempFiles/Test.csv");
+        EXPECT_EQ(static_cast<std::size_t>(std::count(csv.begin(), csv.end(), '\n')), used.rows.size());
+        EXPECT_EQ(csv.rfind("Real route," + listed.rows[0].name + ",", 0), 0u) << csv.substr(0, 200);
+        break;
+    }
 #endif
 }
 
