@@ -75,7 +75,15 @@ private:
 
     frmDelRoute& form_;
     app::AppContext& ctx_;
-    bool allRoutesListed_ = false;  // the lower grid holds the scenarios of all routes
+    // The scenarios "List Scenarios in all routes" put in the lower grid, as route folder
+    // and scenario folder; the grid may have been filled by another command since.
+    std::vector<std::pair<std::string, std::string>> allRoutesListed_;
+    std::vector<std::pair<std::string, std::string>> listedNow() const {
+        std::vector<std::pair<std::string, std::string>> rows;
+        for (const routes::ScenarioRow& row : (form_.*(&Host::listedScenarios))())
+            rows.emplace_back(row.routeFolder, row.folder);
+        return rows;
+    }
 };
 
 void StockCommands::allScenarios() {
@@ -83,11 +91,12 @@ void StockCommands::allScenarios() {
     routes::ScenarioListing listing;
     if (!run([&] { listing = routes::ListAllScenarios(ctx_, (form_.*(&Host::listedRoutes))()); })) return;
     (form_.*(&Host::showScenarios))(listing);
-    allRoutesListed_ = !listing.rows.empty() && !ctx_.abortFlag;
-    if (allRoutesListed_)
-        ctx_.ui->message("All Scenarios now listed. Now click the button:-\n'List Stock missing in all Scenarios' to "
-                         "complete\nthis option.",
-                         app::Icon::Information);
+    allRoutesListed_.clear();
+    if (listing.rows.empty() || ctx_.abortFlag) return;
+    allRoutesListed_ = listedNow();
+    ctx_.ui->message("All Scenarios now listed. Now click the button:-\n'List Stock missing in all Scenarios' to "
+                     "complete\nthis option.",
+                     app::Icon::Information);
 }
 
 void StockCommands::scenarioItems() {
@@ -126,7 +135,7 @@ void StockCommands::routeStock() {
 
 void StockCommands::missingStock() {
     ctx_.currentRoutine = "Command15_Click";
-    if (!allRoutesListed_) {
+    if (allRoutesListed_.empty() || listedNow() != allRoutesListed_) {
         ctx_.ui->message("Click 'List Scenarios in all routes' first: this option checks the scenarios it lists.",
                          app::Icon::Information);
         return;

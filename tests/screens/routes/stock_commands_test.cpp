@@ -131,6 +131,15 @@ TEST(StockCommands, MissingStockNeedsAllScenariosThenListsAndCounts) {
     EXPECT_EQ(FromQt(screen.findChild<QLabel*>("Label5")->text()), "1");
     EXPECT_EQ(f.root.read("TempFiles/Test.csv"), "Zeta Line,Coal run,Hart\\Coal\\Wagons\\Gone.bin\r\n");
 
+    // Once the lower grid lists one route only, the scenarios of all routes must be listed again.
+    f.ui.shown.clear();
+    f.selectRoute(screen, kRouteA);
+    screen.listScenarios();
+    screen.button("Command15")->click();
+    ASSERT_EQ(f.ui.texts().size(), 1u);
+    EXPECT_NE(f.ui.texts()[0].find("'List Scenarios in all routes' first"), std::string::npos);
+    EXPECT_EQ(f.grids(screen).size(), 1u);
+
     // The missing stock screen shows what the command gathered.
     screen.button("Command28")->click();
     const auto lists = screen.findChildren<frmMissList*>();
