@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
@@ -178,6 +179,35 @@ TEST(StockCommands, RouteStockAllRoutesAndWagonNumbersOpenTheirGrids) {
     }
     EXPECT_TRUE(fs::exists(f.root.path() / "Reports" / "Zeta Line_Stock.csv"));
     EXPECT_TRUE(fs::exists(f.root.path() / "Reports" / "All Routes_AllStock.csv"));
+}
+
+// "&Abort" pressed while the first scenario is read.
+struct AbortAtFirstPump : testing::ScriptedUi {
+    app::AppContext* ctx = nullptr;
+    void pump() override {
+        ++pumps;
+        ctx->abortFlag = true;
+    }
+};
+
+TEST(StockCommands, AbortLeavesAnIncompleteListAndSaysSo) {
+    StockRoutes f;
+    ASSERT_TRUE(f.made);
+    AbortAtFirstPump aborting;
+    aborting.ctx = &f.ctx;
+    f.ctx.ui = &aborting;
+    frmDelRoute screen(f.ctx);
+    AddStockCommands(screen);
+    ASSERT_TRUE(screen.loadRoutes());
+    screen.button("Command21")->click();
+    const auto shown = f.grids(screen);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0]->grid().rowCount(), 0u);
+    const QPlainTextEdit* notes = screen.findChild<QPlainTextEdit*>();
+    ASSERT_NE(notes, nullptr);
+    EXPECT_EQ(FromQt(notes->toPlainText()), "Stopped by \"Abort\": the list is incomplete.");
+    EXPECT_TRUE(screen.button("Command21")->isEnabled());
+    EXPECT_EQ(f.ctx.ui, &aborting);
 }
 
 TEST(StockCommands, ItemsOfSelectedScenarios) {
