@@ -7,6 +7,7 @@
 
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
+#include "tools/codepage.h"
 #include "tools/serz_convert.h"
 
 namespace ferrolund::routes {
@@ -369,6 +370,30 @@ TEST(RouteStock, RealScenarioOfTheTestRoute) {
         EXPECT_EQ(csv.rfind("Real route," + listed.rows[0].name + ",", 0), 0u) << csv.substr(0, 200);
         break;
     }
+#endif
+}
+
+TEST(RouteStock, RealGameScenarioNumbersAndStock) {
+#ifndef FERROLUND_TESTDATA
+    GTEST_SKIP() << "FERROLUND_TESTDATA is not defined: the real game files are not available";
+#else
+    const fs::path bin = fs::path(FERROLUND_TESTDATA) / "serz" / "scenario-game.bin";
+    if (!fs::exists(bin)) GTEST_SKIP() << bin << " is absent: skipped";
+    StockGame g;
+    std::string xml;
+    ASSERT_FALSE(tools::SerzReadXml(g.ctx, bin.string(), xml));
+    const ReportListing numbers = WagonNumberRows(xml, {});
+    // Numbers of ten characters and more are left out, so fewer rows than vehicles.
+    ASSERT_FALSE(numbers.rows.empty());
+    EXPECT_LT(numbers.rows.size(), GetStock(xml).size());
+    for (const auto& row : numbers.rows) {
+        EXPECT_LE(row[0].size(), 9u) << row[0];  // no two neighbours differ in their (empty) flags
+        EXPECT_FALSE(row[1].empty()) << row[0];
+    }
+    const ReportListing stock = ScenarioStockRows(xml, {}, "Game");
+    ASSERT_FALSE(stock.rows.empty());
+    for (std::size_t r = 1; r < stock.rows.size(); ++r)
+        EXPECT_NE(tools::UpperCp1252(stock.rows[r][0]), tools::UpperCp1252(stock.rows[r - 1][0]));
 #endif
 }
 
