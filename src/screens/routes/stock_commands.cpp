@@ -19,25 +19,10 @@ constexpr int kModeWagonNumbers = 7;
 constexpr int kModeScenarioAssets = 9;
 constexpr int kModeAllStock = 10;
 
-// The screen's hosting members, as the areas whose commands stand on it use them.
-struct Host : frmDelRoute {
-    using frmDelRoute::addCommand;
-    using frmDelRoute::context;
-    using frmDelRoute::listedRoutes;
-    using frmDelRoute::listedScenarios;
-    using frmDelRoute::runLong;
-    using frmDelRoute::selectedRoute;
-    using frmDelRoute::selectedScenarios;
-    using frmDelRoute::showListing;
-    using frmDelRoute::showNotes;
-    using frmDelRoute::showScenarios;
-    using frmDelRoute::showStockCount;
-};
-
 // The commands' view of the screen.
 class StockCommands {
 public:
-    explicit StockCommands(frmDelRoute& form) : form_(form), ctx_((form.*(&Host::context))()) {}
+    explicit StockCommands(frmDelRoute& form) : form_(form), ctx_(form.context()) {}
     app::AppContext& context() const { return ctx_; }
 
     void allScenarios();
@@ -51,13 +36,13 @@ public:
 
 private:
     bool route(routes::CheckedRoute& r) {
-        if ((form_.*(&Host::selectedRoute))(r)) return true;
+        if (form_.selectedRoute(r)) return true;
         ctx_.ui->message(ctx_.langText(157, {}, kModule), app::Icon::Exclamation);
         return false;
     }
-    bool run(const std::function<void()>& work) { return (form_.*(&Host::runLong))(work); }
+    bool run(const std::function<void()>& work) { return form_.runLong(work); }
     void show(const routes::CheckedRoute& r, const routes::ReportListing& listing, int mode) {
-        (form_.*(&Host::showListing))(r, listing, mode);
+        form_.showListing(r, listing, mode);
     }
     // What the loop left out, in the notes box.
     void tell(const routes::StockLoop& loop) {
@@ -66,11 +51,11 @@ private:
             note = std::to_string(loop.skipped) +
                    " scenario(s) without a readable Scenario.bin were left out: they may be held in an .ap file.";
         if (loop.aborted) note += (note.empty() ? "" : "\n") + std::string("Stopped by \"Abort\": the list is incomplete.");
-        (form_.*(&Host::showNotes))(note);
+        form_.showNotes(note);
     }
     std::vector<routes::StockScenario> scenariosOf(const routes::CheckedRoute& r) {
         const routes::ScenarioListing listing = routes::ListScenarios(ctx_.gameRoot(), r.folder, ctx_.prefs.language);
-        return routes::StockScenarios(listing.rows, (form_.*(&Host::listedRoutes))());
+        return routes::StockScenarios(listing.rows, form_.listedRoutes());
     }
 
     frmDelRoute& form_;
@@ -80,7 +65,7 @@ private:
     std::vector<std::pair<std::string, std::string>> allRoutesListed_;
     std::vector<std::pair<std::string, std::string>> listedNow() const {
         std::vector<std::pair<std::string, std::string>> rows;
-        for (const routes::ScenarioRow& row : (form_.*(&Host::listedScenarios))())
+        for (const routes::ScenarioRow& row : form_.listedScenarios())
             rows.emplace_back(row.routeFolder, row.folder);
         return rows;
     }
@@ -89,8 +74,8 @@ private:
 void StockCommands::allScenarios() {
     ctx_.currentRoutine = "Command24_Click";
     routes::ScenarioListing listing;
-    if (!run([&] { listing = routes::ListAllScenarios(ctx_, (form_.*(&Host::listedRoutes))()); })) return;
-    (form_.*(&Host::showScenarios))(listing);
+    if (!run([&] { listing = routes::ListAllScenarios(ctx_, form_.listedRoutes()); })) return;
+    form_.showScenarios(listing);
     allRoutesListed_.clear();
     if (listing.rows.empty() || ctx_.abortFlag) return;
     allRoutesListed_ = listedNow();
@@ -101,7 +86,7 @@ void StockCommands::allScenarios() {
 
 void StockCommands::scenarioItems() {
     ctx_.currentRoutine = "Command3_Click";
-    const std::vector<routes::ScenarioRow> selected = (form_.*(&Host::selectedScenarios))();
+    const std::vector<routes::ScenarioRow> selected = form_.selectedScenarios();
     if (selected.empty()) {
         ctx_.ui->message(ctx_.langText(156, {}, kModule), app::Icon::Exclamation);
         return;
@@ -114,7 +99,7 @@ void StockCommands::scenarioItems() {
         }
     });
     routes::CheckedRoute r;
-    (form_.*(&Host::selectedRoute))(r);
+    form_.selectedRoute(r);
     for (const routes::ScenarioItemLists& lists : found) {
         for (const routes::ReportListing& l : lists.stock) show(r, l, archives::kModeScenarioStock);
         for (const routes::ReportListing& l : lists.assets) show(r, l, kModeScenarioAssets);
@@ -129,7 +114,7 @@ void StockCommands::routeStock() {
     routes::StockLoop loop;
     if (!run([&] { listing = routes::ListRouteStock(ctx_, r.name, scenariosOf(r), &loop); })) return;
     tell(loop);
-    (form_.*(&Host::showStockCount))(listing.rows.size());
+    form_.showStockCount(listing.rows.size());
     show(r, listing, archives::kModeScenarioStock);
 }
 
@@ -141,12 +126,12 @@ void StockCommands::missingStock() {
         return;
     }
     const std::vector<routes::StockScenario> scenarios =
-        routes::StockScenarios((form_.*(&Host::listedScenarios))(), (form_.*(&Host::listedRoutes))());
+        routes::StockScenarios(form_.listedScenarios(), form_.listedRoutes());
     routes::ReportListing listing;
     routes::StockLoop loop;
     if (!run([&] { listing = routes::ListMissingStock(ctx_, scenarios, &loop); })) return;
     tell(loop);
-    (form_.*(&Host::showStockCount))(listing.rows.size());
+    form_.showStockCount(listing.rows.size());
     show(routes::CheckedRoute{"All Routes", {}, {}}, listing, archives::kModeMissingInScenarios);
 }
 
@@ -154,9 +139,9 @@ void StockCommands::allRoutesStock() {
     ctx_.currentRoutine = "Command21_Click";
     routes::ReportListing listing;
     routes::StockLoop loop;
-    if (!run([&] { listing = routes::ListAllRoutesStock(ctx_, (form_.*(&Host::listedRoutes))(), &loop); })) return;
+    if (!run([&] { listing = routes::ListAllRoutesStock(ctx_, form_.listedRoutes(), &loop); })) return;
     tell(loop);
-    (form_.*(&Host::showStockCount))(listing.rows.size());
+    form_.showStockCount(listing.rows.size());
     show(routes::CheckedRoute{"All Routes", {}, {}}, listing, kModeAllStock);
 }
 
@@ -168,7 +153,7 @@ void StockCommands::wagonNumbers() {
     routes::StockLoop loop;
     if (!run([&] { listing = routes::ListWagonNumbers(ctx_, r.name, scenariosOf(r), &loop); })) return;
     tell(loop);
-    (form_.*(&Host::showStockCount))(listing.rows.size());
+    form_.showStockCount(listing.rows.size());
     show(r, listing, kModeWagonNumbers);
 }
 
@@ -180,7 +165,7 @@ void StockCommands::missingScreen() {
 }
 
 void StockCommands::findLoco() {
-    auto* screen = new frmFindLoco(ctx_, (form_.*(&Host::listedRoutes))(), &form_);
+    auto* screen = new frmFindLoco(ctx_, form_.listedRoutes(), &form_);
     screen->setAttribute(Qt::WA_DeleteOnClose);
     screen->show();
 }
@@ -191,7 +176,7 @@ void AddStockCommands(frmDelRoute& form) {
     // The buttons own the commands' state between clicks.
     auto commands = std::make_shared<StockCommands>(form);
     auto add = [&](const char* name, const std::string& caption, void (StockCommands::*run)()) {
-        (form.*(&Host::addCommand))(name, caption, [commands, run] { ((*commands).*run)(); }, true);
+        form.addCommand(name, caption, [commands, run] { ((*commands).*run)(); }, true);
     };
     auto lang = [&](int n) { return commands->context().langText(n, {}, kModule); };
     add("Command24", lang(121), &StockCommands::allScenarios);
