@@ -265,11 +265,11 @@ ReportListing ListRouteStock(app::AppContext& ctx, const std::string& routeName,
     listing.heading = "Rolling Stock Used in " + routeName;
     listing.suffix = "_Stock.csv";
     const std::vector<std::string> defaults = ReadDefaultStock(ctx);
-    Finish(loop, ForEachScenarioStock(ctx, scenarios, [&](const StockScenario& s, std::string_view,
-                                                           const std::vector<StockItem>& stock) {
-               for (const StockItem& item : stock)
-                   listing.rows.push_back({item.path, DefaultMark(defaults, item.path), s.row.name, s.row.folder});
-           }));
+    const StockVisit visit = [&](const StockScenario& s, std::string_view, const std::vector<StockItem>& stock) {
+        for (const StockItem& item : stock)
+            listing.rows.push_back({item.path, DefaultMark(defaults, item.path), s.row.name, s.row.folder});
+    };
+    Finish(loop, ForEachScenarioStock(ctx, scenarios, visit));
     return listing;
 }
 
@@ -279,17 +279,16 @@ ReportListing ListMissingStock(app::AppContext& ctx, const std::vector<StockScen
     listing.missingItems = true;
     std::unordered_map<std::string, bool> present;
     services::ReportTable csv;
-    Finish(loop, ForEachScenarioStock(ctx, scenarios, [&](const StockScenario& s, std::string_view,
-                                                           const std::vector<StockItem>& stock) {
-               for (const StockItem& item : stock) {
-                   auto known = present.find(item.path);
-                   if (known == present.end()) known = present.emplace(item.path, StockPresent(ctx, item.path)).first;
-                   if (!known->second) {
-                       csv.rows.push_back({s.routeName, s.row.name, item.path});
-                       listing.rows.push_back({item.path, s.routeName, s.row.name});
-                   }
-               }
-           }));
+    const StockVisit visit = [&](const StockScenario& s, std::string_view, const std::vector<StockItem>& stock) {
+        for (const StockItem& item : stock) {
+            auto known = present.find(item.path);
+            if (known == present.end()) known = present.emplace(item.path, StockPresent(ctx, item.path)).first;
+            if (known->second) continue;
+            csv.rows.push_back({s.routeName, s.row.name, item.path});
+            listing.rows.push_back({item.path, s.routeName, s.row.name});
+        }
+    };
+    Finish(loop, ForEachScenarioStock(ctx, scenarios, visit));
     const std::string file = ctx.appPath("TempFiles\\Test.csv");
     tools::CreatePath(ctx.appPath("TempFiles"));
     if (!tools::WriteTextFile(ctx, file, services::CsvText(csv)))
@@ -306,10 +305,10 @@ ReportListing ListAllRoutesStock(app::AppContext& ctx, const RouteIndex& index, 
         for (ScenarioRow& row : ListScenarios(ctx.gameRoot(), folder, ctx.prefs.language).rows)
             rows.push_back(std::move(row));
     std::vector<std::string> paths;
-    Finish(loop, ForEachScenarioStock(ctx, StockScenarios(rows, index),
-                                      [&](const StockScenario&, std::string_view, const std::vector<StockItem>& stock) {
-                                          for (const StockItem& item : stock) paths.push_back(item.path);
-                                      }));
+    const StockVisit visit = [&](const StockScenario&, std::string_view, const std::vector<StockItem>& stock) {
+        for (const StockItem& item : stock) paths.push_back(item.path);
+    };
+    Finish(loop, ForEachScenarioStock(ctx, StockScenarios(rows, index), visit));
     for (std::string& path : SortUnique(std::move(paths))) listing.rows.push_back({std::move(path)});
     return listing;
 }
@@ -321,17 +320,17 @@ ReportListing ListWagonNumbers(app::AppContext& ctx, const std::string& routeNam
     listing.suffix = "_Numbers.csv";
     const std::vector<std::string> defaults = ReadDefaultStock(ctx);
     std::map<std::string, std::string> numberLists;  // CheckStock's reading, by blueprint
-    Finish(loop, ForEachScenarioStock(ctx, scenarios, [&](const StockScenario&, std::string_view xml,
-                                                           const std::vector<StockItem>&) {
-               std::vector<std::vector<std::string>> rows;
-               for (Vehicle& v : NumberedVehicles(xml)) {
-                   auto known = numberLists.find(v.path);
-                   if (known == numberLists.end()) known = numberLists.emplace(v.path, NumberList(ctx, v.path)).first;
-                   rows.push_back({std::move(v.number), std::move(v.name), DefaultMark(defaults, v.path), known->second});
-               }
-               JoinNeighbours(rows);
-               for (auto& row : rows) listing.rows.push_back(std::move(row));
-           }));
+    const StockVisit visit = [&](const StockScenario&, std::string_view xml, const std::vector<StockItem>&) {
+        std::vector<std::vector<std::string>> rows;
+        for (Vehicle& v : NumberedVehicles(xml)) {
+            auto known = numberLists.find(v.path);
+            if (known == numberLists.end()) known = numberLists.emplace(v.path, NumberList(ctx, v.path)).first;
+            rows.push_back({std::move(v.number), std::move(v.name), DefaultMark(defaults, v.path), known->second});
+        }
+        JoinNeighbours(rows);
+        for (auto& row : rows) listing.rows.push_back(std::move(row));
+    };
+    Finish(loop, ForEachScenarioStock(ctx, scenarios, visit));
     return listing;
 }
 
@@ -361,9 +360,10 @@ ScenarioItemLists ListScenarioItems(app::AppContext& ctx, const std::string& rou
         ReportListing stock = ScenarioStockRows(xml, defaults, row.name);
         stock.heading = "Rolling-stock used in " + row.name;
         if (stock.rows.empty())
-            ctx.ui->message("This appears to be a Quick Drive scenario, as such there\nis no rolling stock listed for "
-                            "the route.",
-                            app::Icon::Information);
+            ctx.ui->message(
+                "This appears to be a Quick Drive scenario, as such there\nis no rolling stock listed for "
+                "the route.",
+                app::Icon::Information);
         else
             lists.stock.push_back(std::move(stock));
 

@@ -31,9 +31,9 @@ public:
     // The question of dlgNotInScenarios; tests answer it themselves.
     std::function<bool(bool& ignoreListed)> askIgnore;
 
-    void listScenarios();   // Command1
-    void listStock();       // Command15: the stock of every listed scenario, each once
-    void checkConsists();   // Command2
+    void listScenarios();  // Command1
+    void listStock();      // Command15: the stock of every listed scenario, each once
+    void checkConsists();  // Command2
 
 private:
     void showLines(const std::vector<std::string>& lines);

@@ -28,10 +28,10 @@ public:
     // The rows of a comma-separated text replace the grid's; a first line that is the
     // grid's own heading row (as "Save" writes it) is not a row.
     void showCsv(const std::string& text);
-    void loadCsv();        // Command4, "Load CSV"
-    void saveGrid();       // Command5
+    void loadCsv();           // Command4, "Load CSV"
+    void saveGrid();          // Command5
     void removeDuplicates();  // Command1, "Remove Duplicate Rows"
-    void clearGrid();      // Command3, "Clear Grid"
+    void clearGrid();         // Command3, "Clear Grid"
 
 private:
     std::vector<std::vector<std::string>> rows() const;

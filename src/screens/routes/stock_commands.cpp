@@ -50,7 +50,8 @@ private:
         if (loop.skipped > 0)
             note = std::to_string(loop.skipped) +
                    " scenario(s) without a readable Scenario.bin were left out: they may be held in an .ap file.";
-        if (loop.aborted) note += (note.empty() ? "" : "\n") + std::string("Stopped by \"Abort\": the list is incomplete.");
+        if (loop.aborted)
+            note += (note.empty() ? "" : "\n") + std::string("Stopped by \"Abort\": the list is incomplete.");
         form_.showNotes(note);
     }
     std::vector<routes::StockScenario> scenariosOf(const routes::CheckedRoute& r) {
@@ -65,8 +66,7 @@ private:
     std::vector<std::pair<std::string, std::string>> allRoutesListed_;
     std::vector<std::pair<std::string, std::string>> listedNow() const {
         std::vector<std::pair<std::string, std::string>> rows;
-        for (const routes::ScenarioRow& row : form_.listedScenarios())
-            rows.emplace_back(row.routeFolder, row.folder);
+        for (const routes::ScenarioRow& row : form_.listedScenarios()) rows.emplace_back(row.routeFolder, row.folder);
         return rows;
     }
 };
@@ -79,9 +79,10 @@ void StockCommands::allScenarios() {
     allRoutesListed_.clear();
     if (listing.rows.empty() || ctx_.abortFlag) return;
     allRoutesListed_ = listedNow();
-    ctx_.ui->message("All Scenarios now listed. Now click the button:-\n'List Stock missing in all Scenarios' to "
-                     "complete\nthis option.",
-                     app::Icon::Information);
+    ctx_.ui->message(
+        "All Scenarios now listed. Now click the button:-\n'List Stock missing in all Scenarios' to "
+        "complete\nthis option.",
+        app::Icon::Information);
 }
 
 void StockCommands::scenarioItems() {
@@ -176,7 +177,8 @@ void AddStockCommands(frmDelRoute& form) {
     // The buttons own the commands' state between clicks.
     auto commands = std::make_shared<StockCommands>(form);
     auto add = [&](const char* name, const std::string& caption, void (StockCommands::*run)()) {
-        form.addCommand(name, caption, [commands, run] { ((*commands).*run)(); }, true);
+        form.addCommand(
+            name, caption, [commands, run] { ((*commands).*run)(); }, true);
     };
     auto lang = [&](int n) { return commands->context().langText(n, {}, kModule); };
     add("Command24", lang(121), &StockCommands::allScenarios);

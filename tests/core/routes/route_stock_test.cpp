@@ -92,8 +92,9 @@ TEST(RouteStock, GetStockRepairsAndFindsProviderBackwards) {
     std::vector<std::string> paths;
     for (const StockItem& item : GetStock(xml)) paths.push_back(item.path);
     // The empty reskin references are passed over.
-    EXPECT_EQ(paths, (std::vector<std::string>{"Hart&Co\\Coal\\RailVehicles\\Hopper.bin",
-                                               "Hart\\Coal\\RailVehicles\\Van.bin", "Hart\\Coal\\RailVehicles\\Loco.bin"}));
+    EXPECT_EQ(paths,
+              (std::vector<std::string>{"Hart&Co\\Coal\\RailVehicles\\Hopper.bin", "Hart\\Coal\\RailVehicles\\Van.bin",
+                                        "Hart\\Coal\\RailVehicles\\Loco.bin"}));
     EXPECT_TRUE(GetStock("<BlueprintID d:type=\"cDeltaString\">unterminated").empty());
 }
 
@@ -160,16 +161,16 @@ TEST(RouteStock, MissingStockWritesTestCsvAndSkipsScenariosWithoutBin) {
     StockGame g;
     g.root.write("game/Assets/Hart/Coal/Wagons/VAN.BIN", "x");
     g.root.write("game/Assets/Hart/Coal/Wagons/Tank&Co.bin", "x");
-    g.scenario("r1", "s1", {{"1", "Hart", "Coal", "Wagons\\Van.xml", "Van"},
-                            {"2", "Hart", "Coal", "Wagons\\Gone.xml", "Gone"},
-                            {"3", "Hart", "Coal", "Wagons\\Tank&amp;Co.xml", "Tank"}});
+    g.scenario("r1", "s1",
+               {{"1", "Hart", "Coal", "Wagons\\Van.xml", "Van"},
+                {"2", "Hart", "Coal", "Wagons\\Gone.xml", "Gone"},
+                {"3", "Hart", "Coal", "Wagons\\Tank&amp;Co.xml", "Tank"}});
     g.scenario("r1", "s2", {{"4", "Hart", "Coal", "Wagons\\Gone.xml", "Gone"}});
     g.root.write("game/Content/Routes/r1/Scenarios/s3/ScenarioProperties.xml", "x");
     g.root.write("app/TempFiles/Test.csv", "old,row,from before\r\n");
     StockLoop loop;
-    const ReportListing listing =
-        ListMissingStock(g.ctx, {g.row("r1", "s1", "First"), g.row("r1", "s3", "Third"), g.row("r1", "s2", "Second")},
-                         &loop);
+    const ReportListing listing = ListMissingStock(
+        g.ctx, {g.row("r1", "s1", "First"), g.row("r1", "s3", "Third"), g.row("r1", "s2", "Second")}, &loop);
     EXPECT_EQ(loop.scenariosRead, 2u);
     EXPECT_EQ(loop.skipped, 1u);
     EXPECT_FALSE(loop.aborted);
@@ -197,12 +198,11 @@ TEST(RouteStock, AbortStopsBetweenScenarios) {
 
 TEST(RouteStock, AllRoutesSortedWithoutDuplicatesByCase) {
     StockGame g;
-    const std::string props =
-        "<DevString>g</DevString><DisplayName><English>Name</English></DisplayName>";
+    const std::string props = "<DevString>g</DevString><DisplayName><English>Name</English></DisplayName>";
     g.root.write("game/Content/Routes/r1/Scenarios/s1/ScenarioProperties.xml", props);
     g.root.write("game/Content/Routes/r2/Scenarios/s2/ScenarioProperties.xml", props);
-    g.scenario("r1", "s1", {{"1", "Hart", "Coal", "Wagons\\Van.xml", "Van"},
-                            {"2", "Hart", "Coal", "Locos\\Loco.xml", "Loco"}});
+    g.scenario("r1", "s1",
+               {{"1", "Hart", "Coal", "Wagons\\Van.xml", "Van"}, {"2", "Hart", "Coal", "Locos\\Loco.xml", "Loco"}});
     g.scenario("r2", "s2", {{"3", "hart", "coal", "wagons\\VAN.xml", "Van"}});
     RouteIndex index;
     index.routeName = {"One", "Two"};
@@ -222,16 +222,18 @@ TEST(RouteStock, AllRoutesSortedWithoutDuplicatesByCase) {
 TEST(RouteStock, WagonNumbersReadNumberListsButNotOfVariants) {
     StockGame g;
     const std::string blueprint =
-        "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<cBlueprintLoader xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" "
+        "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<cBlueprintLoader "
+        "xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" "
         "d:version=\"1.0\">\r\n<Blueprint>\r\n<cWagonBlueprint>\r\n<RailVehicleComponent>\r\n"
         "<cRailVehicleComponentBlueprint>\r\n<CsvFile d:type=\"cDeltaString\">Hart\\Coal\\Wagons\\Numbers</CsvFile>\r\n"
         "</cRailVehicleComponentBlueprint>\r\n</RailVehicleComponent>\r\n</cWagonBlueprint>\r\n</Blueprint>\r\n"
         "</cBlueprintLoader>\r\n";
     g.binary("Assets/Hart/Coal/Wagons/Van.bin", blueprint);
     g.binary("Assets/Hart/Coal/Wagons/Van_MT.bin", blueprint);
-    g.scenario("r1", "s1", {{"11", "Hart", "Coal", "Wagons\\Van.xml", "Van"},
-                            {"12", "Hart", "Coal", "Wagons\\Van_MT.xml", "Van empty"},
-                            {"13", "Hart", "Coal", "Wagons\\Absent.xml", "Absent"}});
+    g.scenario("r1", "s1",
+               {{"11", "Hart", "Coal", "Wagons\\Van.xml", "Van"},
+                {"12", "Hart", "Coal", "Wagons\\Van_MT.xml", "Van empty"},
+                {"13", "Hart", "Coal", "Wagons\\Absent.xml", "Absent"}});
     const ReportListing listing = ListWagonNumbers(g.ctx, "Route r1", {g.row("r1", "s1", "One")});
     using Row = std::vector<std::string>;
     EXPECT_EQ(listing.rows, (std::vector<Row>{Row{"11", "Van", "", "Hart\\Coal\\Wagons\\Numbers"},
@@ -264,7 +266,8 @@ TEST(RouteStock, ScenarioItemsMessagesAndLists) {
     ASSERT_EQ(lists.stock.size(), 1u);
     EXPECT_EQ(lists.stock[0].heading, "Rolling-stock used in One");
     ASSERT_EQ(lists.assets.size(), 2u);
-    EXPECT_EQ(lists.assets[0].rows, (std::vector<std::vector<std::string>>{{"There was no Scenery file with this scenario"}}));
+    EXPECT_EQ(lists.assets[0].rows,
+              (std::vector<std::vector<std::string>>{{"There was no Scenery file with this scenario"}}));
     EXPECT_EQ(lists.assets[1].heading, "Assets used in One");
     EXPECT_TRUE(lists.assets[1].rows.empty());
 }

@@ -1,13 +1,13 @@
 #include "screens/routes/stock_commands.h"
 
+#include <gtest/gtest.h>
+
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
 #include "route_screen_fixture.h"
@@ -45,16 +45,17 @@ struct StockRoutes : testing::RouteScreenFixture {
             "d:version=\"1.0\" d:id=\"1\">\r\n<Record>\r\n<cConsist d:id=\"2\">\r\n";
         int id = 10;
         for (const auto& [number, blueprint] : cars)
-            xml += "<cOwnedEntity d:id=\"" + std::to_string(id++) + "\">\r\n<UniqueNumber d:type=\"cDeltaString\">" +
-                   number +
-                   "</UniqueNumber>\r\n<BlueprintID>\r\n<iBlueprintLibrary-cAbsoluteBlueprintID>\r\n<BlueprintSetID>\r\n"
-                   "<iBlueprintLibrary-cBlueprintSetID>\r\n<Provider d:type=\"cDeltaString\">Hart</Provider>\r\n"
-                   "<Product d:type=\"cDeltaString\">Coal</Product>\r\n</iBlueprintLibrary-cBlueprintSetID>\r\n"
-                   "</BlueprintSetID>\r\n<BlueprintID d:type=\"cDeltaString\">" +
-                   blueprint +
-                   "</BlueprintID>\r\n</iBlueprintLibrary-cAbsoluteBlueprintID>\r\n</BlueprintID>\r\n"
-                   "<Name d:type=\"cDeltaString\">Wagon " +
-                   number + "</Name>\r\n</cOwnedEntity>\r\n";
+            xml +=
+                "<cOwnedEntity d:id=\"" + std::to_string(id++) + "\">\r\n<UniqueNumber d:type=\"cDeltaString\">" +
+                number +
+                "</UniqueNumber>\r\n<BlueprintID>\r\n<iBlueprintLibrary-cAbsoluteBlueprintID>\r\n<BlueprintSetID>\r\n"
+                "<iBlueprintLibrary-cBlueprintSetID>\r\n<Provider d:type=\"cDeltaString\">Hart</Provider>\r\n"
+                "<Product d:type=\"cDeltaString\">Coal</Product>\r\n</iBlueprintLibrary-cBlueprintSetID>\r\n"
+                "</BlueprintSetID>\r\n<BlueprintID d:type=\"cDeltaString\">" +
+                blueprint +
+                "</BlueprintID>\r\n</iBlueprintLibrary-cAbsoluteBlueprintID>\r\n</BlueprintID>\r\n"
+                "<Name d:type=\"cDeltaString\">Wagon " +
+                number + "</Name>\r\n</cOwnedEntity>\r\n";
         xml += "</cConsist>\r\n</Record>\r\n</cRecordSet>\r\n";
         const auto source = root.write("scenario-source.xml", xml);
         const std::string relative = "Content/Routes/" + route + "/Scenarios/" + folder + "/Scenario.bin";
@@ -248,7 +249,8 @@ TEST(StockCommands, MissListLoadsSavesRemovesDuplicatesAndClears) {
     const std::string saved = (f.root.path() / "Reports" / "missing.csv").string();
     f.ui.files = {saved};
     screen.button("Command5")->click();
-    EXPECT_EQ(f.root.read("Reports/missing.csv"), "Route,Scenario,Missing Rolling Stock\r\nR,S,P\\a.bin\r\nR,S,P\\b.bin\r\n");
+    EXPECT_EQ(f.root.read("Reports/missing.csv"),
+              "Route,Scenario,Missing Rolling Stock\r\nR,S,P\\a.bin\r\nR,S,P\\b.bin\r\n");
 
     screen.button("Command3")->click();
     EXPECT_EQ(screen.grid()->rowCount(), 0);
@@ -261,8 +263,8 @@ TEST(StockCommands, MissListLoadsSavesRemovesDuplicatesAndClears) {
     screen.button("Command4")->click();
     ASSERT_EQ(screen.grid()->rowCount(), 2);
     EXPECT_EQ(f.text(screen.grid(), 0, 2), "P\\a.bin");
-    EXPECT_EQ(f.ui.dialogTitles, (std::vector<std::string>{"Save Grid as File", "Load Grid from File",
-                                                           "Load Grid from File"}));
+    EXPECT_EQ(f.ui.dialogTitles,
+              (std::vector<std::string>{"Save Grid as File", "Load Grid from File", "Load Grid from File"}));
 }
 
 TEST(StockCommands, NotInScenariosDialogSetsTheFlag) {
@@ -320,8 +322,9 @@ TEST(StockCommands, FindLocoChecksTheConsistsAgainstTheScenarios) {
         screen.button("Command2")->click();
         std::vector<std::string> lines;
         for (int r = 0; r < screen.results()->count(); ++r) lines.push_back(FromQt(screen.results()->item(r)->text()));
-        std::vector<std::string> expected{"Hart\\Coal\\Wagons\\Tank.bin found in Consist Coal train is not used in any "
-                                          "scenarios"};
+        std::vector<std::string> expected{
+            "Hart\\Coal\\Wagons\\Tank.bin found in Consist Coal train is not used in any "
+            "scenarios"};
         if (!ignore) expected.insert(expected.begin(), "Hart\\Coal\\Wagons\\Van.bin found in Consist Coal train");
         EXPECT_EQ(lines, expected);
     }
