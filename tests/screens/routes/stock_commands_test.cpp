@@ -177,6 +177,7 @@ TEST(StockCommands, RouteStockAllRoutesAndWagonNumbersOpenTheirGrids) {
         EXPECT_EQ(shown[0]->grid().mode, c.mode) << c.button;
         ASSERT_EQ(shown[0]->grid().rowCount(), c.rows) << c.button;
         EXPECT_EQ(shown[0]->grid().cell(0, 0), c.first) << c.button;
+        testing::Screenshot(*shown[0], std::string("stock_grid_") + c.button);
     }
     EXPECT_TRUE(fs::exists(f.root.path() / "Reports" / "Zeta Line_Stock.csv"));
     EXPECT_TRUE(fs::exists(f.root.path() / "Reports" / "All Routes_AllStock.csv"));
