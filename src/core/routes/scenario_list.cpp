@@ -71,6 +71,21 @@ ScenarioKind ClassOf(std::string_view properties) {
     return workshop.empty() || workshop == "0" ? ScenarioKind::Standard : ScenarioKind::Workshop;
 }
 
+namespace {
+
+// Sorted by name without regard to case; an empty list gets its note instead.
+void SortByName(ScenarioListing& listing) {
+    if (listing.rows.empty()) {
+        listing.note = "No Scenarios found, could be in .ap file";
+        return;
+    }
+    std::stable_sort(listing.rows.begin(), listing.rows.end(), [](const ScenarioRow& a, const ScenarioRow& b) {
+        return tools::UpperCp1252(a.name) < tools::UpperCp1252(b.name);
+    });
+}
+
+}  // namespace
+
 ScenarioListing ListScenarios(const std::string& gameRoot, const std::string& routeFolder,
                               const std::string& languageTag) {
     ScenarioListing listing;
@@ -97,14 +112,24 @@ ScenarioListing ListScenarios(const std::string& gameRoot, const std::string& ro
         row.kind = ClassOf(text);
         listing.rows.push_back(std::move(row));
     }
-    if (listing.rows.empty()) {
-        listing.note = "No Scenarios found, could be in .ap file";
-        return listing;
-    }
-    std::stable_sort(listing.rows.begin(), listing.rows.end(), [](const ScenarioRow& a, const ScenarioRow& b) {
-        return tools::UpperCp1252(a.name) < tools::UpperCp1252(b.name);
-    });
+    SortByName(listing);
     return listing;
+}
+
+ScenarioListing ListAllScenarios(app::AppContext& ctx, const routes::RouteIndex& index) {
+    ScenarioListing all;
+    const std::size_t count = index.routeFolder.size();
+    for (std::size_t r = 0; r < count; ++r) {
+        if (ctx.ui) {
+            ctx.ui->progress(static_cast<int>(100 * r / count), "");
+            ctx.ui->pump();
+        }
+        if (ctx.abortFlag) break;
+        ScenarioListing one = ListScenarios(ctx.gameRoot(), index.routeFolder[r], ctx.prefs.language);
+        for (ScenarioRow& row : one.rows) all.rows.push_back(std::move(row));
+    }
+    SortByName(all);
+    return all;
 }
 
 std::string ClassTable(const std::string& gameRoot, const routes::RouteIndex& index) {

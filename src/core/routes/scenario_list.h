@@ -44,6 +44,11 @@ struct ScenarioListing {
 ScenarioListing ListScenarios(const std::string& gameRoot, const std::string& routeFolder,
                               const std::string& languageTag = "English");
 
+// "List Scenarios in all routes": the scenarios of every route of the index, in one list
+// sorted by name; each row keeps its route folder. The walk stops between two routes when
+// AbortFlag is set.
+ScenarioListing ListAllScenarios(app::AppContext& ctx, const routes::RouteIndex& index);
+
 // "List Routes with Scenario types": the fixed-width table of the count of each class
 // per route, one line a route of the index.
 std::string ClassTable(const std::string& gameRoot, const routes::RouteIndex& index);
