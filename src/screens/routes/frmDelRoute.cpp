@@ -22,6 +22,7 @@
 #include "screens/archives/frmListRS.h"
 #include "screens/routes/maintenance_commands.h"
 #include "screens/routes/route_listing.h"
+#include "screens/routes/stock_commands.h"
 #include "screens/services/frmReport.h"
 #include "services/report_table.h"
 #include "tools/files.h"
@@ -181,6 +182,7 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     addCommand("Command12", langText(134), [this] { printRouteList(); });
     addCommand("Command2", langText(135), [this] { deleteScenarios(); });
     addCommand("Command20", langText(136), [this] { saveLowerGrid(); });
+    AddStockCommands(*this);
     AddMaintenanceCommands(*this);
 
     auto* closing = new QHBoxLayout;
