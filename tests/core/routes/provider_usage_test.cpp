@@ -101,6 +101,27 @@ TEST(ProviderUsage, RowsForARouteWithoutLooseSceneryOrWithoutItems) {
     }
 }
 
+TEST(ProviderUsage, TheTerrainTexturesCountOnlyForTheTerrainsOwnProduct) {
+    struct Case {
+        ProviderProduct pp;
+        bool terrainTested;
+    };
+    const Case cases[] = {{{"terra", "GROUND"}, true}, {{"Hartwell", "SteamHeritage"}, false}};
+    for (const Case& k : cases) {
+        LocationGame g;
+        g.root.write("game/Content/Routes/r/RouteProperties.xml",
+                     "<cRouteProperties>\r\n<TerrainBlueprint>\r\n" + Reference("Terra", "Ground", "Terrain\\Mix.xml") +
+                         "</TerrainBlueprint>\r\n</cRouteProperties>\r\n");
+        ASSERT_TRUE(g.tile("Assets/Terra/Ground/Terrain/Mix.bin",
+                           "<Record>\r\n<cTerrainBlueprint d:id=\"2\">\r\n<cMixTexDescriptor d:id=\"3\">\r\n"
+                           "<BaseTextureName d:type=\"cDeltaString\">Terra\\Ground\\Grass</BaseTextureName>\r\n"
+                           "</cMixTexDescriptor>\r\n</cTerrainBlueprint>\r\n</Record>\r\n"));
+        const RouteCheckOutcome out = ItemsOfProvider(g.ctx, {"Brill Line", "r", {}}, k.pp, NoLists());
+        const std::string grass = g.game() + "\\Assets\\Terra\\Ground\\Grass_A.TgPcDx Called by Texturing.bin";
+        EXPECT_EQ(out.missingText.find(grass) != std::string::npos, k.terrainTested) << out.missingText;
+    }
+}
+
 TEST(ProviderUsage, UsedFilesAreUpperCasedAndRepaired) {
     RouteCheckOutcome items;
     items.uniqueAssets = {"G\\Assets\\P\\Q\\Tree&amp;Bush.bin"};
