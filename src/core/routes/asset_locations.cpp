@@ -169,9 +169,10 @@ LocationOutcome ShowAssetLocations(app::AppContext& ctx, const CheckedRoute& rou
         auto key = [](const std::vector<std::string>& row) {
             return std::pair{tools::UpperCp1252(row[0]), tools::UpperCp1252(row[1])};
         };
-        std::stable_sort(rows.begin(), rows.end(), [&](const auto& a, const auto& b) { return key(a) < key(b); });
-        rows.erase(std::unique(rows.begin(), rows.end(), [&](const auto& a, const auto& b) { return key(a) == key(b); }),
-                   rows.end());
+        auto before = [&](const auto& a, const auto& b) { return key(a) < key(b); };
+        auto same = [&](const auto& a, const auto& b) { return key(a) == key(b); };
+        std::stable_sort(rows.begin(), rows.end(), before);
+        rows.erase(std::unique(rows.begin(), rows.end(), same), rows.end());
         return rows;
     };
     out.listing = {"Following item(s) were used by  " + route.name + ":-", "_Locations.csv", rowsOf(out.run.items),

@@ -94,7 +94,8 @@ RouteCheckOutcome ItemsOfProvider(app::AppContext& ctx, const CheckedRoute& rout
         const auto kind = out.run.kindOf.find(text);
         items.rows.push_back({text, kind == out.run.kindOf.end() ? std::string() : kind->second});
     }
-    if (items.rows.empty()) items.rows.push_back({ctx.langText(196, "No shapes used by this provider/product", kModule)});
+    if (items.rows.empty())
+        items.rows.push_back({ctx.langText(196, "No shapes used by this provider/product", kModule)});
     out.lists.push_back(std::move(items));
 
     CheckTexturesOf(ctx, routePath, answers, rule, out);
@@ -118,11 +119,11 @@ UnusedFiles ItemsNotUsed(app::AppContext& ctx, const ProviderProduct& pp, const 
                          std::optional<bool> addDel) {
     ctx.currentRoutine = "Command23_Click";
     UnusedFiles out;
+    static constexpr const char* kDelQuestion =
+        "Do you wish to add 'DEL ' to each item so that the\nlist can be saved as a batch file to enable you to\n"
+        "delete unused items (Can be very dangerous in \ninexperienced hands.....)";
     out.withDel = addDel ? *addDel
-                         : ctx.ui->ask("Do you wish to add 'DEL ' to each item so that the\nlist can be saved as a batch "
-                                       "file to enable you to\ndelete unused items (Can be very dangerous in "
-                                       "\ninexperienced hands.....)",
-                                       app::Buttons::YesNo, app::Icon::Question) == app::Answer::Yes;
+                         : ctx.ui->ask(kDelQuestion, app::Buttons::YesNo, app::Icon::Question) == app::Answer::Yes;
     const std::string folder = ctx.gameRoot() + "\\Assets\\" + pp.provider + "\\" + pp.product;
     out.listing.heading = pp.provider + "\\" + pp.product;
     if (!std::filesystem::is_directory(tools::HostPath(folder))) {

@@ -17,9 +17,8 @@ using testing::TrackRibbon;
 
 TEST(AssetLocations, TileNumbersAsTheTilesNamesWriteThem) {
     const std::pair<const char*, const char*> cases[] = {
-        {"0", "+000000"},     {"123", "+000123"}, {"-45", "-000045"}, {"-1", "-000001"},
-        {"1234567", "+1234567"}, {" 7 ", "+000007"}, {"-2.0", "-000002"}, {"", ""},
-        {"abc", "abc"},       {"12x", "12x"},
+        {"0", "+000000"},   {"123", "+000123"},  {"-45", "-000045"}, {"-1", "-000001"}, {"1234567", "+1234567"},
+        {" 7 ", "+000007"}, {"-2.0", "-000002"}, {"", ""},           {"abc", "abc"},    {"12x", "12x"},
     };
     for (const auto& [distance, expected] : cases) EXPECT_EQ(TileNumber(distance), expected) << distance;
 }
@@ -30,7 +29,8 @@ TEST(AssetLocations, PlaceOfAnItemARibbonAndABrokenBlock) {
     EXPECT_EQ(item.offsetX, "48.6251");
     EXPECT_EQ(item.offsetZ, "71.0197");
 
-    const BlockPlace ribbon = PlaceOfBlock(TrackRibbon("-1", "1", "696.2937012 839.1111450", Reference("P", "Q", "t.xml")));
+    const BlockPlace ribbon =
+        PlaceOfBlock(TrackRibbon("-1", "1", "696.2937012 839.1111450", Reference("P", "Q", "t.xml")));
     EXPECT_EQ(ribbon.tile, "-000001+000001");
     EXPECT_EQ(ribbon.offsetX, "696.2937012");
     EXPECT_EQ(ribbon.offsetZ, "839.1111450");
@@ -53,7 +53,8 @@ TEST(AssetLocations, ItemsOfATileWithTheMissingOnes) {
                             Entity("0", "48.5", "-1", "2.25",
                                    Reference("hartwell", "steamheritage", "trees\\OAK.xml") + Reference("", "", "")) +
                             Entity("0", "1", "-1", "2", Reference("Hartwell", "SteamHeritage", "Gone.xml")) +
-                            "<cDynamicEntityList>\r\n" + Reference("X", "Y", "notAnItem.xml") + "</cDynamicEntityList>\r\n" +
+                            "<cDynamicEntityList>\r\n" + Reference("X", "Y", "notAnItem.xml") +
+                            "</cDynamicEntityList>\r\n" +
                             Entity("0", "5", "-1", "6", Reference("Hartwell", "", "NoProduct.xml")) + "</Record>\r\n";
     LocationRun run;
     ScanTileLocations(g.ctx, xml, "+000000-000001.bin", walk, run);
@@ -86,8 +87,9 @@ TEST(AssetLocations, ARouteWithoutLooseSceneryIsNotWalked) {
         const LocationOutcome out = ShowAssetLocations(g.ctx, {"Brill Line", "r", {}});
         EXPECT_TRUE(out.stopped);
         EXPECT_TRUE(out.run.items.empty());
-        EXPECT_EQ(g.ui.texts(), std::vector<std::string>{"There is no 'Scenery' folder for this Brill Line, must "
-                                                         "assume\nit is held in an .ap folder and can't be checked here."});
+        EXPECT_EQ(g.ui.texts(),
+                  std::vector<std::string>{"There is no 'Scenery' folder for this Brill Line, must "
+                                           "assume\nit is held in an .ap folder and can't be checked here."});
     }
 }
 
@@ -97,13 +99,15 @@ TEST(AssetLocations, MadeRouteOnlyTracksBinOfTheNetworksAndTheScenariosScenery) 
     ASSERT_TRUE(g.tile("Content/Routes/r/Scenery/-000002+000003.bin",
                        "<Record>\r\n" + Entity("-2", "10.5", "3", "20.5", Reference("P", "Q", "Present.xml")) +
                            Entity("-2", "11", "3", "21", Reference("P", "Q", "Gone.xml")) + "</Record>\r\n"));
-    ASSERT_TRUE(g.tile("Content/Routes/r/Networks/Tracks.bin",
-                       "<Record>\r\n" + TrackRibbon("-1", "0", "5 6", Reference("P", "Q", "Track.xml")) + "</Record>\r\n"));
-    ASSERT_TRUE(g.tile("Content/Routes/r/Networks/Lofts.bin",
-                       "<Record>\r\n" + TrackRibbon("-1", "0", "5 6", Reference("P", "Q", "NotRead.xml")) +
-                           "</Record>\r\n"));
-    ASSERT_TRUE(g.tile("Content/Routes/r/Scenarios/s1/Scenery/+000000+000000.bin",
-                       "<Record>\r\n" + Entity("0", "1", "0", "2", Reference("P", "Q", "Present.xml")) + "</Record>\r\n"));
+    ASSERT_TRUE(
+        g.tile("Content/Routes/r/Networks/Tracks.bin",
+               "<Record>\r\n" + TrackRibbon("-1", "0", "5 6", Reference("P", "Q", "Track.xml")) + "</Record>\r\n"));
+    ASSERT_TRUE(
+        g.tile("Content/Routes/r/Networks/Lofts.bin",
+               "<Record>\r\n" + TrackRibbon("-1", "0", "5 6", Reference("P", "Q", "NotRead.xml")) + "</Record>\r\n"));
+    ASSERT_TRUE(
+        g.tile("Content/Routes/r/Scenarios/s1/Scenery/+000000+000000.bin",
+               "<Record>\r\n" + Entity("0", "1", "0", "2", Reference("P", "Q", "Present.xml")) + "</Record>\r\n"));
     const LocationOutcome out = ShowAssetLocations(g.ctx, {"Brill Line", "r", {"s1", "absent"}});
     ASSERT_FALSE(out.stopped);
     const std::string assets = g.game() + "\\Assets\\P\\Q\\";

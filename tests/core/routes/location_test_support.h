@@ -26,10 +26,12 @@ inline std::string Reference(const std::string& provider, const std::string& pro
 }
 
 inline std::string FarCoordinate(const std::string& axis, const std::string& tile, const std::string& offset) {
-    return "<" + axis + ">\r\n<cFarCoordinate>\r\n<RouteCoordinate>\r\n<cRouteCoordinate>\r\n<Distance d:type=\"sInt32\">" +
-           tile + "</Distance>\r\n</cRouteCoordinate>\r\n</RouteCoordinate>\r\n<TileCoordinate>\r\n<cTileCoordinate>\r\n"
+    return "<" + axis +
+           ">\r\n<cFarCoordinate>\r\n<RouteCoordinate>\r\n<cRouteCoordinate>\r\n<Distance d:type=\"sInt32\">" + tile +
+           "</Distance>\r\n</cRouteCoordinate>\r\n</RouteCoordinate>\r\n<TileCoordinate>\r\n<cTileCoordinate>\r\n"
            "<Distance d:type=\"cDeltaString\">" +
-           offset + "</Distance>\r\n</cTileCoordinate>\r\n</TileCoordinate>\r\n</cFarCoordinate>\r\n</" + axis + ">\r\n";
+           offset + "</Distance>\r\n</cTileCoordinate>\r\n</TileCoordinate>\r\n</cFarCoordinate>\r\n</" + axis +
+           ">\r\n";
 }
 
 // A scenery item placed on tile x, z at the offsets, holding `inside` behind its place.
@@ -45,8 +47,10 @@ inline std::string TrackRibbon(const std::string& x, const std::string& z, const
                                const std::string& inside) {
     return "<Network-cTrackRibbon d:id=\"21\">\r\n<RouteVector>\r\n<cRouteVector2>\r\n<X>\r\n<cRouteCoordinate>\r\n"
            "<Distance d:type=\"sInt32\">" +
-           x + "</Distance>\r\n</cRouteCoordinate>\r\n</X>\r\n<Z>\r\n<cRouteCoordinate>\r\n<Distance d:type=\"sInt32\">" +
-           z + "</Distance>\r\n</cRouteCoordinate>\r\n</Z>\r\n</cRouteVector2>\r\n</RouteVector>\r\n"
+           x +
+           "</Distance>\r\n</cRouteCoordinate>\r\n</X>\r\n<Z>\r\n<cRouteCoordinate>\r\n<Distance d:type=\"sInt32\">" +
+           z +
+           "</Distance>\r\n</cRouteCoordinate>\r\n</Z>\r\n</cRouteVector2>\r\n</RouteVector>\r\n"
            "<RBottomLeft d:type=\"cDeltaString\">" +
            corner + "</RBottomLeft>\r\n" + inside + "</Network-cTrackRibbon>\r\n";
 }
@@ -68,9 +72,10 @@ struct LocationGame {
     void asset(const std::string& relative) const { root.write("game/Assets/" + relative, "x"); }
     // A tile below the game folder, made binary by the converter from the record's XML.
     bool tile(const std::string& relative, const std::string& record) {
-        const std::string xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<cRecordSet "
-                                "xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" d:version=\"1.0\" d:id=\"1\">\r\n" +
-                                record + "</cRecordSet>\r\n";
+        const std::string xml =
+            "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<cRecordSet "
+            "xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" d:version=\"1.0\" d:id=\"1\">\r\n" +
+            record + "</cRecordSet>\r\n";
         const auto source = root.write("tile-source.xml", xml);
         std::string target = game() + "\\" + relative;
         std::replace(target.begin() + static_cast<long>(game().size()), target.end(), '/', '\\');

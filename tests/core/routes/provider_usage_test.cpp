@@ -34,7 +34,8 @@ TEST(ProviderUsage, ProvidersOfTheRealRouteSorted) {
     LocationGame g;
     g.copyRoute(source);
     std::vector<std::pair<std::string, std::string>> pairs;
-    for (const ProviderProduct& pp : ProvidersOfRoute(g.ctx, testing::kRealRoute)) pairs.emplace_back(pp.provider, pp.product);
+    for (const ProviderProduct& pp : ProvidersOfRoute(g.ctx, testing::kRealRoute))
+        pairs.emplace_back(pp.provider, pp.product);
     EXPECT_EQ(pairs, (std::vector<std::pair<std::string, std::string>>{
                          {"ChrisTrains", "RailSimulator"}, {"DTG", "Academy"}, {"DTG", "MunichRosenheim"}}));
     EXPECT_TRUE(g.ui.shown.empty());
@@ -45,9 +46,10 @@ TEST(ProviderUsage, ProvidersWithoutRoutePropertiesOrWithoutPreloadBlock) {
     EXPECT_TRUE(ProvidersOfRoute(g.ctx, "r").empty());
     EXPECT_EQ(g.ui.texts(), std::vector<std::string>{"There is no RouteProperties.xml file for this route\ntherefore "
                                                      "the route is invalid and can't be used."});
-    g.root.write("game/Content/Routes/r/RouteProperties.xml",
-                 "<cRouteProperties>\r\n<Provider d:type=\"cDeltaString\">Outside</Provider>\r\n<Product>X</Product>\r\n"
-                 "</cRouteProperties>\r\n");
+    g.root.write(
+        "game/Content/Routes/r/RouteProperties.xml",
+        "<cRouteProperties>\r\n<Provider d:type=\"cDeltaString\">Outside</Provider>\r\n<Product>X</Product>\r\n"
+        "</cRouteProperties>\r\n");
     EXPECT_TRUE(ProvidersOfRoute(g.ctx, "r").empty());
     EXPECT_EQ(g.ui.shown.size(), 1u);
 }
@@ -55,20 +57,22 @@ TEST(ProviderUsage, ProvidersWithoutRoutePropertiesOrWithoutPreloadBlock) {
 TEST(ProviderUsage, ItemsOfOneProviderIgnoringCase) {
     LocationGame g;
     g.asset("Hartwell/SteamHeritage/Trees/Oak.bin");
-    ASSERT_TRUE(g.tile("Content/Routes/r/Scenery/+000000+000000.bin",
-                       "<Record>\r\n" + Entity("0", "1", "0", "1", Reference("hartwell", "STEAMHERITAGE", "Trees\\Oak.xml")) +
-                           Entity("0", "1", "0", "1", Reference("Hartwell", "SteamHeritage", "Trees\\Oak.xml")) +
-                           Entity("0", "1", "0", "1", Reference("Hartwell", "SteamHeritage", "Trees\\Ash.xml")) +
-                           Entity("0", "1", "0", "1", Reference("Hartwell", "Other", "Trees\\Elm.xml")) +
-                           Entity("0", "1", "0", "1", Reference("Brackenridge", "SteamHeritage", "Birch.xml")) +
-                           "</Record>\r\n"));
-    const RouteCheckOutcome out = ItemsOfProvider(g.ctx, {"Brill Line", "r", {}}, {"HARTWELL", "steamheritage"}, NoLists());
+    ASSERT_TRUE(g.tile(
+        "Content/Routes/r/Scenery/+000000+000000.bin",
+        "<Record>\r\n" + Entity("0", "1", "0", "1", Reference("hartwell", "STEAMHERITAGE", "Trees\\Oak.xml")) +
+            Entity("0", "1", "0", "1", Reference("Hartwell", "SteamHeritage", "Trees\\Oak.xml")) +
+            Entity("0", "1", "0", "1", Reference("Hartwell", "SteamHeritage", "Trees\\Ash.xml")) +
+            Entity("0", "1", "0", "1", Reference("Hartwell", "Other", "Trees\\Elm.xml")) +
+            Entity("0", "1", "0", "1", Reference("Brackenridge", "SteamHeritage", "Birch.xml")) + "</Record>\r\n"));
+    const RouteCheckOutcome out =
+        ItemsOfProvider(g.ctx, {"Brill Line", "r", {}}, {"HARTWELL", "steamheritage"}, NoLists());
     ASSERT_FALSE(out.stopped);
     ASSERT_FALSE(out.lists.empty());
     EXPECT_EQ(out.lists[0].heading, "Items Used by Provider");
     const std::string assets = g.game() + "\\Assets\\";
-    EXPECT_EQ(FirstColumn(out.lists[0]), (std::vector<std::string>{assets + "Hartwell\\SteamHeritage\\Trees\\Ash.bin",
-                                                                   assets + "hartwell\\STEAMHERITAGE\\Trees\\Oak.bin"}));
+    EXPECT_EQ(FirstColumn(out.lists[0]),
+              (std::vector<std::string>{assets + "Hartwell\\SteamHeritage\\Trees\\Ash.bin",
+                                        assets + "hartwell\\STEAMHERITAGE\\Trees\\Oak.bin"}));
     EXPECT_EQ(out.lists[0].rows[0][1], "(Scenery Item)");
     // Nothing of the product has geometry here.
     EXPECT_EQ(g.ui.texts(), std::vector<std::string>{"No texture files found, assume there are no\nScenery files from "
@@ -91,8 +95,9 @@ TEST(ProviderUsage, RowsForARouteWithoutLooseSceneryOrWithoutItems) {
         LocationGame g;
         if (k.sceneryFolder) fs::create_directories(g.root.path() / "game/Content/Routes/r/Scenery");
         if (k.tile) {
-            ASSERT_TRUE(g.tile("Content/Routes/r/Scenery/+000000+000000.bin",
-                               "<Record>\r\n" + Entity("0", "1", "0", "1", Reference("A", "B", "c.xml")) + "</Record>\r\n"));
+            ASSERT_TRUE(
+                g.tile("Content/Routes/r/Scenery/+000000+000000.bin",
+                       "<Record>\r\n" + Entity("0", "1", "0", "1", Reference("A", "B", "c.xml")) + "</Record>\r\n"));
         }
         const RouteCheckOutcome out = ItemsOfProvider(g.ctx, {"Brill Line", "r", {}}, {"P", "Q"}, NoLists());
         ASSERT_FALSE(out.lists.empty()) << k.name;
@@ -109,9 +114,9 @@ TEST(ProviderUsage, TheTerrainTexturesCountOnlyForTheTerrainsOwnProduct) {
     const Case cases[] = {{{"terra", "GROUND"}, true}, {{"Hartwell", "SteamHeritage"}, false}};
     for (const Case& k : cases) {
         LocationGame g;
-        g.root.write("game/Content/Routes/r/RouteProperties.xml",
-                     "<cRouteProperties>\r\n<TerrainBlueprint>\r\n" + Reference("Terra", "Ground", "Terrain\\Mix.xml") +
-                         "</TerrainBlueprint>\r\n</cRouteProperties>\r\n");
+        g.root.write("game/Content/Routes/r/RouteProperties.xml", "<cRouteProperties>\r\n<TerrainBlueprint>\r\n" +
+                                                                      Reference("Terra", "Ground", "Terrain\\Mix.xml") +
+                                                                      "</TerrainBlueprint>\r\n</cRouteProperties>\r\n");
         ASSERT_TRUE(g.tile("Assets/Terra/Ground/Terrain/Mix.bin",
                            "<Record>\r\n<cTerrainBlueprint d:id=\"2\">\r\n<cMixTexDescriptor d:id=\"3\">\r\n"
                            "<BaseTextureName d:type=\"cDeltaString\">Terra\\Ground\\Grass</BaseTextureName>\r\n"
@@ -130,9 +135,9 @@ TEST(ProviderUsage, UsedFilesAreUpperCasedAndRepaired) {
     items.textures.audio = {"G\\Assets\\P\\Q\\Audio\\hum.wav"};
     items.textures.proxies = {"G\\Assets\\P\\Q\\Audio\\hum.proxyxml"};
     const std::vector<std::string> used = UsedFiles(items);
-    for (const char* file : {"G\\ASSETS\\P\\Q\\TREE&AMP;BUSH.BIN", "G\\ASSETS\\P\\Q\\TREE&BUSH.BIN", "G\\ASSETS\\P\\Q\\TREE.GEOPCDX",
-                             "G\\ASSETS\\P\\Q\\TREE.TGPCDX", "G\\ASSETS\\P\\Q\\AUDIO\\HUM.WAV",
-                             "G\\ASSETS\\P\\Q\\AUDIO\\HUM.PROXYXML"})
+    for (const char* file :
+         {"G\\ASSETS\\P\\Q\\TREE&AMP;BUSH.BIN", "G\\ASSETS\\P\\Q\\TREE&BUSH.BIN", "G\\ASSETS\\P\\Q\\TREE.GEOPCDX",
+          "G\\ASSETS\\P\\Q\\TREE.TGPCDX", "G\\ASSETS\\P\\Q\\AUDIO\\HUM.WAV", "G\\ASSETS\\P\\Q\\AUDIO\\HUM.PROXYXML"})
         EXPECT_NE(std::find(used.begin(), used.end(), file), used.end()) << file;
 }
 
@@ -161,9 +166,10 @@ TEST(ProviderUsage, UnusedFilesWithAndWithoutDel) {
         EXPECT_EQ(FirstColumn(out.listing), std::vector<std::string>{del ? "DEL " + ash : ash});
         ASSERT_EQ(g.ui.shown.size(), 1u);
         EXPECT_TRUE(g.ui.shown[0].question);
-        EXPECT_EQ(g.ui.shown[0].text, "Do you wish to add 'DEL ' to each item so that the\nlist can be saved as a batch "
-                                      "file to enable you to\ndelete unused items (Can be very dangerous in "
-                                      "\ninexperienced hands.....)");
+        EXPECT_EQ(g.ui.shown[0].text,
+                  "Do you wish to add 'DEL ' to each item so that the\nlist can be saved as a batch "
+                  "file to enable you to\ndelete unused items (Can be very dangerous in "
+                  "\ninexperienced hands.....)");
     }
 }
 
@@ -198,8 +204,9 @@ TEST(ProviderUsage, RealRouteItemsOfChrisTrainsThenTheUnusedFiles) {
     }));
     for (const std::string& text : g.ui.texts()) EXPECT_EQ(text.find("Error"), std::string::npos) << text;
     const UnusedFiles unused = ItemsNotUsed(g.ctx, {"ChrisTrains", "RailSimulator"}, UsedFiles(out), true);
-    EXPECT_EQ(FirstColumn(unused.listing), std::vector<std::string>{"DEL " + g.game() +
-                                                                   "\\Assets\\ChrisTrains\\RailSimulator\\Scenery\\Unused Shed.bin"});
+    EXPECT_EQ(
+        FirstColumn(unused.listing),
+        std::vector<std::string>{"DEL " + g.game() + "\\Assets\\ChrisTrains\\RailSimulator\\Scenery\\Unused Shed.bin"});
 }
 
 }  // namespace

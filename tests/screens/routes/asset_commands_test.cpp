@@ -145,7 +145,8 @@ TEST(AssetCommands, ProvidersThenTheItemsOfOneThenTheUnusedFiles) {
     frmListRS* unused = shown.back();
     EXPECT_TRUE(unused->grid().saveAsBatch);
     ASSERT_EQ(unused->grid().rowCount(), 1u);
-    EXPECT_EQ(unused->grid().cell(0, 0), "DEL " + f.game.system() + "\\Assets\\Hartwell\\SteamHeritage\\Trees\\Ash.bin");
+    EXPECT_EQ(unused->grid().cell(0, 0),
+              "DEL " + f.game.system() + "\\Assets\\Hartwell\\SteamHeritage\\Trees\\Ash.bin");
     ASSERT_EQ(f.ui.shown.size(), 1u);
     EXPECT_TRUE(f.ui.shown[0].question);
 }
