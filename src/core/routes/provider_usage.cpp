@@ -35,14 +35,14 @@ std::string PackedSceneryRow(app::AppContext& ctx, const std::string& routePath)
 
 }  // namespace
 
-std::vector<ProviderProduct> ProvidersOfRoute(app::AppContext& ctx, const std::string& routeFolder) {
+std::optional<std::vector<ProviderProduct>> ProvidersOfRoute(app::AppContext& ctx, const std::string& routeFolder) {
     ctx.currentRoutine = "Command14_Click";
     const std::string file = RoutePath(ctx, routeFolder) + "\\RouteProperties.xml";
     if (!tools::FileExists(file)) {
         ctx.ui->message("There is no RouteProperties.xml file for this route\ntherefore the route is invalid and can't "
                         "be used.",
                         app::Icon::Exclamation);
-        return {};
+        return std::nullopt;
     }
     const std::string text = tools::ReadTextFile(file);
     std::vector<ProviderProduct> pairs;

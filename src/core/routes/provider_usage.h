@@ -19,8 +19,8 @@ struct ProviderProduct {
 
 // Command14, "Show Provider / Products used in selected route": each Provider and
 // Product of the <RBlueprintSetPreLoad> block of the route's RouteProperties.xml, sorted
-// without regard to case. Without the file the user is told, and the list is empty.
-std::vector<ProviderProduct> ProvidersOfRoute(app::AppContext& ctx, const std::string& routeFolder);
+// without regard to case. Without the file the user is told, and there is no list.
+std::optional<std::vector<ProviderProduct>> ProvidersOfRoute(app::AppContext& ctx, const std::string& routeFolder);
 
 // Command22, "Display items used from selected P/P": the references of the route's tiles
 // (those of its listed scenarios included) of this provider and product, compared

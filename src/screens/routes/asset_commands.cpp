@@ -54,16 +54,17 @@ struct AssetCommands {
     void providers() {
         routes::CheckedRoute r;
         if (form.running() || !selectedRoute(r)) return;
-        std::vector<routes::ProviderProduct> found = routes::ProvidersOfRoute(ctx, r.folder);
+        std::optional<std::vector<routes::ProviderProduct>> found = routes::ProvidersOfRoute(ctx, r.folder);
+        if (!found) return;
         routes::ScenarioListing listing;
-        for (const routes::ProviderProduct& pp : found)
+        for (const routes::ProviderProduct& pp : *found)
             listing.rows.push_back({pp.provider, pp.product, {}, {}, routes::ScenarioKind::Other});
         filling = true;
         form.showScenarios(listing);
         filling = false;
         form.scenarios()->setHorizontalHeaderLabels({"Provider", "Product"});
         route = std::move(r);
-        pairs = std::move(found);
+        pairs = std::move(*found);
         listed = true;
         items->setEnabled(true);
     }

@@ -34,7 +34,9 @@ TEST(ProviderUsage, ProvidersOfTheRealRouteSorted) {
     LocationGame g;
     g.copyRoute(source);
     std::vector<std::pair<std::string, std::string>> pairs;
-    for (const ProviderProduct& pp : ProvidersOfRoute(g.ctx, testing::kRealRoute))
+    const auto found = ProvidersOfRoute(g.ctx, testing::kRealRoute);
+    ASSERT_TRUE(found);
+    for (const ProviderProduct& pp : *found)
         pairs.emplace_back(pp.provider, pp.product);
     EXPECT_EQ(pairs, (std::vector<std::pair<std::string, std::string>>{
                          {"ChrisTrains", "RailSimulator"}, {"DTG", "Academy"}, {"DTG", "MunichRosenheim"}}));
@@ -43,14 +45,16 @@ TEST(ProviderUsage, ProvidersOfTheRealRouteSorted) {
 
 TEST(ProviderUsage, ProvidersWithoutRoutePropertiesOrWithoutPreloadBlock) {
     LocationGame g;
-    EXPECT_TRUE(ProvidersOfRoute(g.ctx, "r").empty());
+    EXPECT_FALSE(ProvidersOfRoute(g.ctx, "r"));
     EXPECT_EQ(g.ui.texts(), std::vector<std::string>{"There is no RouteProperties.xml file for this route\ntherefore "
                                                      "the route is invalid and can't be used."});
     g.root.write(
         "game/Content/Routes/r/RouteProperties.xml",
         "<cRouteProperties>\r\n<Provider d:type=\"cDeltaString\">Outside</Provider>\r\n<Product>X</Product>\r\n"
         "</cRouteProperties>\r\n");
-    EXPECT_TRUE(ProvidersOfRoute(g.ctx, "r").empty());
+    const auto none = ProvidersOfRoute(g.ctx, "r");
+    ASSERT_TRUE(none);
+    EXPECT_TRUE(none->empty());
     EXPECT_EQ(g.ui.shown.size(), 1u);
 }
 

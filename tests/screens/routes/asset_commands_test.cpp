@@ -6,6 +6,8 @@
 #include <QTableWidget>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "route_screen_fixture.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/frmListRS.h"
@@ -14,6 +16,7 @@
 namespace ferrolund::screens {
 namespace {
 
+namespace fs = std::filesystem;
 constexpr const char* kRoute = "aaaa-route";
 
 struct AssetScreen : testing::RouteScreenFixture {
@@ -162,6 +165,22 @@ TEST(AssetCommands, AnotherListInTheLowerGridGreysTheItemsCommandAgain) {
     EXPECT_FALSE(screen.button("Command22")->isEnabled());
     EXPECT_EQ(screen.scenarios()->horizontalHeaderItem(0)->text(), "Scenario Name");
     EXPECT_EQ(screen.scenarios()->horizontalHeaderItem(1)->text(), "Scenario ID (GUID)");
+}
+
+TEST(AssetCommands, ProvidersOfARouteWithoutRoutePropertiesLeaveTheLowerGrid) {
+    AssetScreen f;
+    f.scenario(kRoute, "s1", "Morning run", "");
+    fs::remove(f.game.path() / "Content/Routes" / kRoute / "RouteProperties.xml");
+    frmDelRoute screen(f.ctx);
+    AddAssetCommands(screen);
+    ASSERT_TRUE(screen.loadRoutes());
+    screen.button("Command1")->click();
+    screen.button("Command14")->click();
+    EXPECT_EQ(f.ui.texts(), std::vector<std::string>{"There is no RouteProperties.xml file for this route\ntherefore "
+                                                     "the route is invalid and can't be used."});
+    ASSERT_EQ(screen.scenarios()->rowCount(), 1);
+    EXPECT_EQ(f.cell(screen.scenarios(), 0, 0), "Morning run");
+    EXPECT_FALSE(screen.button("Command22")->isEnabled());
 }
 
 TEST(AssetCommands, WithoutARouteSelectedTheCommandsSaySo) {
