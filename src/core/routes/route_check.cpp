@@ -137,10 +137,8 @@ void getTransfer(app::AppContext& ctx, const std::string& containerPath, const s
     }
 }
 
-void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string& tileName, const TileFolder& folder,
-                  const WalkRule& rule, CheckRun& run) {
-    const bool filtered = !rule.onlyProvider.empty() || !rule.onlyProduct.empty();
-    const std::string where = folder.itemKind + " on tile " + tileName;
+bool ForEachReference(app::AppContext& ctx, std::string_view xml, const std::string& tileName,
+                      const ReferenceSink& take) {
     LineReader lines(xml);
     std::string_view line;
     std::string provider, product, blueprintId;
@@ -149,25 +147,39 @@ void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string&
         if (hit == std::string_view::npos) continue;
         if (!CutValue(line, hit, provider)) {
             DescriptionError(ctx, "Provider", tileName, line);
-            return;
+            return false;
         }
         if (provider.empty() || provider == " ") continue;
-        if (!lines.next(line)) return;
+        if (!lines.next(line)) return true;
         if (!CutValue(line, 0, product)) {
             DescriptionError(ctx, "Product", tileName, line);
-            return;
+            return false;
         }
         bool complete = true;
         for (int k = 0; k < 3 && complete; ++k) complete = lines.next(line);
-        if (!complete) return;
+        if (!complete) return true;
         if (!CutValue(line, 0, blueprintId) || blueprintId.empty()) continue;
-        if (filtered && !(tools::EqualsIgnoreCase(provider, rule.onlyProvider) &&
-                          tools::EqualsIgnoreCase(product, rule.onlyProduct)))
-            continue;
-        const std::string path = AssetPath(ctx.gameRoot(), provider, product, blueprintId);
-        if (rule.followTransfers && InStr(path, "TransferPoints") > 0) getTransfer(ctx, path, folder.itemKind, where, run);
-        AddReference(ctx, path, folder.itemKind, where, run);
+        take(provider, product, blueprintId);
     }
+    return true;
+}
+
+void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string& tileName, const TileFolder& folder,
+                  const WalkRule& rule, CheckRun& run) {
+    const std::string where = folder.itemKind + " on tile " + tileName;
+    ForEachReference(ctx, xml, tileName,
+                     [&](const std::string& provider, const std::string& product, const std::string& blueprintId) {
+                         if (!rule.admits(provider, product)) return;
+                         const std::string path = AssetPath(ctx.gameRoot(), provider, product, blueprintId);
+                         if (rule.followTransfers && InStr(path, "TransferPoints") > 0)
+                             getTransfer(ctx, path, folder.itemKind, where, run);
+                         AddReference(ctx, path, folder.itemKind, where, run);
+                     });
+}
+
+bool WalkRule::admits(std::string_view provider, std::string_view product) const {
+    if (!filtered()) return true;
+    return tools::EqualsIgnoreCase(provider, onlyProvider) && tools::EqualsIgnoreCase(product, onlyProduct);
 }
 
 std::vector<std::string> ListTiles(app::AppContext& ctx, const std::string& folder) {
@@ -191,6 +203,19 @@ void CheckForFiles(app::AppContext& ctx, const TileFolder& folder, const WalkRul
         return;
     }
     const std::string tempFolder = ctx.appPath("TempFiles\\" + folder.tempSub);
+    run.aborted = WalkTiles(ctx, folder, tiles, [&](const std::string& tile, const std::string& xml) {
+        ScanTileText(ctx, xml, tile, folder, rule, run);
+        ++run.tilesRead;
+        if (run.missingFound) {
+            const std::size_t dot = tile.find_last_of('.');
+            tools::CreatePath(tempFolder);
+            tools::WriteTextFile(ctx, tempFolder + tile.substr(0, dot + 1) + "xml", xml);
+        }
+    }) || run.aborted;
+}
+
+bool WalkTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector<std::string>& tiles,
+               const TileReader& read) {
     int shown = -1;
     for (std::size_t i = 0; i < tiles.size(); ++i) {
         const int percent = static_cast<int>((i + 1) * 100 / tiles.size());
@@ -199,24 +224,16 @@ void CheckForFiles(app::AppContext& ctx, const TileFolder& folder, const WalkRul
             shown = percent;
         }
         ctx.ui->pump();
-        if (ctx.abortFlag) {
-            run.aborted = true;
-            return;
-        }
+        if (ctx.abortFlag) return true;
         const std::string& tile = tiles[i];
         std::string xml;
         if (const app::Status failed = tools::SerzReadXml(ctx, folder.folder + "\\" + tile, xml)) {
             ctx.report(*failed, "frmDelRoute");
             continue;
         }
-        ScanTileText(ctx, xml, tile, folder, rule, run);
-        ++run.tilesRead;
-        if (run.missingFound) {
-            const std::size_t dot = tile.find_last_of('.');
-            tools::CreatePath(tempFolder);
-            tools::WriteTextFile(ctx, tempFolder + tile.substr(0, dot + 1) + "xml", xml);
-        }
+        read(tile, xml);
     }
+    return false;
 }
 
 std::vector<std::string> SortUnique(std::vector<std::string> items) {

@@ -5,6 +5,7 @@
 // one walker; what differs between them is the WalkRule.
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -38,6 +39,10 @@ struct WalkRule {
     bool followTransfers = true;
     // An empty folder tells the user that the route is probably packed.
     bool tellEmptyFolder = true;
+
+    bool filtered() const { return !onlyProvider.empty() || !onlyProduct.empty(); }
+    // The reference passes the provider and product filter.
+    bool admits(std::string_view provider, std::string_view product) const;
 };
 
 // The state of one run of the check.
@@ -67,6 +72,15 @@ bool AssetPresent(app::AppContext& ctx, const std::string& path, CheckRun& run);
 void getTransfer(app::AppContext& ctx, const std::string& containerPath, const std::string& kind,
                  const std::string& where, CheckRun& run);
 
+// Each reference of a tile's XML text, in order: a line with "<Provider", the Product on
+// the next line, the BlueprintID three lines on. A blank provider or blueprint id is
+// passed over. A Provider or Product line without its closing '<' shows the error box
+// and ends the text: false then.
+using ReferenceSink =
+    std::function<void(const std::string& provider, const std::string& product, const std::string& blueprintId)>;
+bool ForEachReference(app::AppContext& ctx, std::string_view xml, const std::string& tileName,
+                      const ReferenceSink& take);
+
 // The references of one tile's XML text, added to the run. A Provider or Product line
 // without its closing '<' shows the error box and ends the tile.
 void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string& tileName, const TileFolder& folder,
@@ -76,6 +90,13 @@ void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string&
 // abort test between tiles. From the first miss of the run on, each tile's XML is kept
 // in TempFiles\<tempSub><name>xml.
 void CheckForFiles(app::AppContext& ctx, const TileFolder& folder, const WalkRule& rule, CheckRun& run);
+
+// The tiles of a folder one by one as XML text: the progress bar at each tile's share,
+// events let through and AbortFlag tested before each. A tile the converter cannot
+// read is reported and passed over. True when AbortFlag ended the walk.
+using TileReader = std::function<void(const std::string& tile, const std::string& xml)>;
+bool WalkTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector<std::string>& tiles,
+               const TileReader& read);
 
 // The files of a folder matching *.bin, in name order, without sub-folders.
 std::vector<std::string> ListTiles(app::AppContext& ctx, const std::string& folder);

@@ -66,8 +66,10 @@ std::string KindOf(const CheckRun& run, const std::string& asset) {
     return kind == run.kindOf.end() ? std::string() : kind->second;
 }
 
-void TextureCheckPart(app::AppContext& ctx, const std::string& routePath, const CheckAnswers& answers,
-                      RouteCheckOutcome& out) {
+}  // namespace
+
+void CheckTexturesOf(app::AppContext& ctx, const std::string& routePath, const CheckAnswers& answers,
+                     const WalkRule& rule, RouteCheckOutcome& out) {
     out.missingText = "\r\n\r\nTexture Check:-";
     TextureCheck& check = out.textures;
     FindGeopcdx(ctx, out.uniqueAssets, check);
@@ -75,10 +77,13 @@ void TextureCheckPart(app::AppContext& ctx, const std::string& routePath, const 
         out.stopped = true;
         return;
     }
+    if (check.geometry.empty() && rule.filtered())
+        ctx.ui->message("No texture files found, assume there are no\nScenery files from this Provider.",
+                        app::Icon::Information);
     ReportListing geometry{"Following geometric item(s) were used by this route:-", "_GeoShapes.csv", {}, false};
     for (const GeometryFile& g : check.geometry) geometry.rows.push_back({g.file, g.caller});
     out.lists.push_back(std::move(geometry));
-    FindTextures(ctx, routePath, check);
+    FindTextures(ctx, routePath, check, rule);
     if (check.aborted) {
         out.stopped = true;
         return;
@@ -93,8 +98,6 @@ void TextureCheckPart(app::AppContext& ctx, const std::string& routePath, const 
         Ask(ctx, answers.listAudio, "Do you wish to view a list of Audio files used by this route?"))
         out.lists.push_back({"Following Audio files were used by this route:-", "_Sounds.csv", Rows(check.audio), false});
 }
-
-}  // namespace
 
 bool RouteTemplateOf(const std::string& properties, assets::BlueprintRef& ref) {
     const long at = InStr(properties, "<InfrastructureModified");
@@ -193,7 +196,7 @@ RouteCheckOutcome CheckSelectedRoute(app::AppContext& ctx, const CheckedRoute& r
     }
     if (!Ask(ctx, answers.checkTextures, "Would you like to check for missing Texture/Audio/Animation & Script files?"))
         return out;
-    TextureCheckPart(ctx, routePath, answers, out);
+    CheckTexturesOf(ctx, routePath, answers, WalkRule{}, out);
     return out;
 }
 

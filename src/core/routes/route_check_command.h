@@ -54,6 +54,13 @@ struct RouteCheckOutcome {
 RouteCheckOutcome CheckSelectedRoute(app::AppContext& ctx, const CheckedRoute& route, const CheckAnswers& answers = {},
                                      bool askPacked = true);
 
+// The texture check behind a list of assets (out.uniqueAssets): their geometry listed,
+// the textures and sounds of it tested, the missing ones added to out.missingText, and
+// the lists of textures and sounds offered. With a provider and product in the rule the
+// terrain counts only when it is theirs, and an empty geometry list says so.
+void CheckTexturesOf(app::AppContext& ctx, const std::string& routePath, const CheckAnswers& answers,
+                     const WalkRule& rule, RouteCheckOutcome& out);
+
 // The unpack of a packed route: MainContent.ap into the working folder, then the index.
 // False (after the message) when the route has no MainContent.ap.
 bool UnpackRoute(app::AppContext& ctx, const std::string& routeFolder);

@@ -38,12 +38,12 @@ void Progress(app::AppContext& ctx, const char* caption, std::size_t i, std::siz
     ctx.ui->pump();
 }
 
-void TerrainTextures(app::AppContext& ctx, const std::string& routePath, TextureCheck& check) {
+void TerrainTextures(app::AppContext& ctx, const std::string& routePath, const WalkRule& rule, TextureCheck& check) {
     const std::string properties = tools::ReadTextFile(routePath + "\\RouteProperties.xml");
     const long at = InStr(properties, "<TerrainBlueprint>");
     if (at == 0) return;
     const auto ref = assets::ReadTriple(properties, at);
-    if (!ref) return;
+    if (!ref || !rule.admits(ref->provider, ref->product)) return;
     std::string xml;
     if (tools::SerzReadXml(ctx, assets::BlueprintFile(ctx.gameRoot(), *ref), xml)) return;
     const std::string root = ctx.gameRoot() + "\\Assets\\";
@@ -110,7 +110,9 @@ void FindGeopcdx(app::AppContext& ctx, const std::vector<std::string>& assets, T
         if (line.empty()) continue;
         if (InStr(line, " Called by ") > 0) {
             check.missingText += line + "\r\n";
-        } else if (!EndsWith(line, ".proxyxml")) {
+        } else if (EndsWith(line, ".proxyxml")) {
+            check.proxies.push_back(line);
+        } else {
             if (Present(line)) {
                 check.audio.push_back(line);
             } else {
@@ -120,7 +122,7 @@ void FindGeopcdx(app::AppContext& ctx, const std::vector<std::string>& assets, T
     }
 }
 
-void FindTextures(app::AppContext& ctx, const std::string& routePath, TextureCheck& check) {
+void FindTextures(app::AppContext& ctx, const std::string& routePath, TextureCheck& check, const WalkRule& rule) {
     for (std::size_t i = 0; i < check.geometry.size(); ++i) {
         Progress(ctx, "Textures ", i, check.geometry.size());
         if (ctx.abortFlag) {
@@ -152,7 +154,7 @@ void FindTextures(app::AppContext& ctx, const std::string& routePath, TextureChe
             if (EndsWith(stem, "_nm")) TestTexture(stem + "c.TgPcDx", g.caller, check);
         }
     }
-    TerrainTextures(ctx, routePath, check);
+    TerrainTextures(ctx, routePath, rule, check);
 }
 
 }  // namespace ferrolund::routes

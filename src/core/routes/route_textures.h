@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "routes/route_check.h"
 
 namespace ferrolund::routes {
 
@@ -20,6 +21,7 @@ struct TextureCheck {
     std::vector<GeometryFile> geometry;  // FindGeopcdx
     std::vector<std::string> textures;   // TextureList
     std::vector<std::string> audio;      // AudioList
+    std::vector<std::string> proxies;    // the sound proxies the audio came through
     std::string missingText;             // one line a missing file
     bool aborted = false;
 };
@@ -33,7 +35,8 @@ std::vector<std::string> SeasonalSuffixes(std::string_view kind);
 void FindGeopcdx(app::AppContext& ctx, const std::vector<std::string>& assets, TextureCheck& check);
 
 // FindTextures: each geometry's textures; then the terrain's, from the route's
-// RouteProperties.xml.
-void FindTextures(app::AppContext& ctx, const std::string& routePath, TextureCheck& check);
+// RouteProperties.xml. With a provider and product in the rule (FindTextures3) the
+// terrain counts only when its blueprint is of that provider and product.
+void FindTextures(app::AppContext& ctx, const std::string& routePath, TextureCheck& check, const WalkRule& rule = {});
 
 }  // namespace ferrolund::routes

@@ -20,6 +20,7 @@
 #include "archives/report_grid.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/frmListRS.h"
+#include "screens/routes/asset_commands.h"
 #include "screens/routes/maintenance_commands.h"
 #include "screens/routes/route_listing.h"
 #include "screens/routes/stock_commands.h"
@@ -183,6 +184,7 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     addCommand("Command2", langText(135), [this] { deleteScenarios(); });
     addCommand("Command20", langText(136), [this] { saveLowerGrid(); });
     AddStockCommands(*this);
+    AddAssetCommands(*this);
     AddMaintenanceCommands(*this);
 
     auto* closing = new QHBoxLayout;
