@@ -79,17 +79,16 @@ void ReportGrid::sortOn(std::size_t column) {
     missing = std::move(flags);
 }
 
-void ReportGrid::removeDuplicates() {
+void ReportGrid::removeDuplicates(bool wholeRow) {
     sortOn(0);
     std::vector<std::vector<std::string>> kept;
-    std::string previous;
-    bool first = true;
+    std::unordered_set<std::string> seen;
     for (auto& row : table.rows) {
-        std::string key = tools::UpperCp1252(row.empty() ? std::string() : row[0]);
-        if (key.empty() || (!first && key == previous)) continue;
-        first = false;
-        previous = std::move(key);
         row.resize(std::min<std::size_t>(row.size(), 2));
+        if (row.empty() || row[0].empty()) continue;
+        std::string key = tools::UpperCp1252(row[0]);
+        if (wholeRow && row.size() > 1) key += '\t' + tools::UpperCp1252(row[1]);
+        if (!seen.insert(std::move(key)).second) continue;
         kept.push_back(std::move(row));
     }
     setRows(std::move(kept));

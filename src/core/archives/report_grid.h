@@ -47,7 +47,9 @@ public:
     // "Remove dupes from list": sorted on the first column, each first column kept once,
     // compared without regard to case; the rows keep their first two columns, then are
     // sorted again. The result of comparing every row with every later one, in n log n.
-    void removeDuplicates();
+    // With `wholeRow` a row is a duplicate only when its second column is equal too: the
+    // places of an asset in the location list.
+    void removeDuplicates(bool wholeRow = false);
     // "Check for Missing Stock": a row whose blueprint (the first column with its last
     // three letters made "bin", below GameRoot\Assets) exists is removed, in mode 16 with
     // every other row of the same text; else it is tried again through FixEntities and

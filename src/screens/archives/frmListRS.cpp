@@ -113,7 +113,7 @@ frmListRS::frmListRS(app::AppContext& ctx, archives::ReportGrid grid, QWidget* p
     }
     if (grid_.mode == archives::kModeLocations || grid_.mode == archives::kModeRouteCheck ||
         grid_.mode == archives::kModeRemovals) {
-        grid_.removeDuplicates();
+        grid_.removeDuplicates(grid_.mode == archives::kModeLocations);
         model_->refresh();
     }
     const archives::TwipsGeometry g = archives::ReportGeometry(ctx_.prefs);

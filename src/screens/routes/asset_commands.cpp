@@ -93,7 +93,7 @@ struct AssetCommands {
         routes::ProviderProduct pp;
         if (form.running() || !listed) return;
         if (!selectedPair(pp)) {
-            ctx.ui->message(ctx.langText(156, {}, kModule), app::Icon::Exclamation);
+            ctx.ui->message(ctx.langText(444, {}, kModule), app::Icon::Exclamation);
             return;
         }
         form.showNotes({});

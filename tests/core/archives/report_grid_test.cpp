@@ -50,6 +50,17 @@ TEST(ReportGrid, DuplicateRemovalMatchesComparingEveryPair) {
     EXPECT_EQ(grid.rowCount(), 35u);
 }
 
+TEST(ReportGrid, LocationListKeepsEveryPlaceOfAnAssetOnce) {
+    ReportGrid grid;
+    grid.takeList("K\\oak.bin\tat +000001+000002\r\nK\\elm.bin\tat +000001+000002\r\n"
+                  "K\\OAK.BIN\tAT +000001+000002\r\nK\\oak.bin\tat -000003+000000\r\n"
+                  "K\\oak.bin\tat +000001+000002\r\n");
+    grid.removeDuplicates(true);
+    EXPECT_EQ(grid.table.rows, (Rows{{"K\\elm.bin", "at +000001+000002"},
+                                     {"K\\oak.bin", "at +000001+000002"},
+                                     {"K\\oak.bin", "at -000003+000000"}}));
+}
+
 struct StockTest : ::testing::Test {
     testing::TempFolder root;
     testing::ScriptedUi ui;

@@ -123,7 +123,7 @@ TEST(AssetCommands, ProvidersThenTheItemsOfOneThenTheUnusedFiles) {
     testing::Screenshot(screen, "asset_commands_providers");
 
     screen.button("Command22")->click();  // no row chosen
-    EXPECT_EQ(f.ui.texts(), std::vector<std::string>{"You do not appear to have selected a scenario?"});
+    EXPECT_EQ(f.ui.texts(), std::vector<std::string>{"You do not appear to have selected any valid items in the list below."});
     EXPECT_TRUE(f.grids(screen).empty());
 
     f.ui.shown.clear();
