@@ -77,14 +77,7 @@ RouteCheckOutcome ItemsOfProvider(app::AppContext& ctx, const CheckedRoute& rout
     rule.onlyProvider = pp.provider;
     rule.onlyProduct = pp.product;
     rule.tellEmptyFolder = false;
-    for (const TileFolder& folder : RouteTileFolders(ctx.gameRoot(), route.folder, route.scenarioFolders)) {
-        CheckForFiles(ctx, folder, rule, out.run);
-        if (ctx.abortFlag) {
-            out.stopped = true;
-            return out;
-        }
-    }
-    out.uniqueAssets = SortUnique(out.run.usedAssets);
+    if (!WalkRoute(ctx, route, rule, out)) return out;
 
     std::vector<std::string> texts = out.uniqueAssets;
     if (const std::string packed = PackedSceneryRow(ctx, routePath); !packed.empty()) texts.push_back(packed);

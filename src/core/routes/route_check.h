@@ -94,7 +94,7 @@ void CheckForFiles(app::AppContext& ctx, const TileFolder& folder, const WalkRul
 // The tiles of a folder one by one as XML text: the progress bar at each tile's share,
 // events let through and AbortFlag tested before each. A tile the converter cannot
 // read is reported and passed over. True when AbortFlag ended the walk.
-using TileReader = std::function<void(const std::string& tile, const std::string& xml)>;
+using TileReader = std::function<void(const std::string& tile, std::string& xml)>;
 bool WalkTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector<std::string>& tiles,
                const TileReader& read);
 

@@ -68,6 +68,18 @@ std::string KindOf(const CheckRun& run, const std::string& asset) {
 
 }  // namespace
 
+bool WalkRoute(app::AppContext& ctx, const CheckedRoute& route, const WalkRule& rule, RouteCheckOutcome& out) {
+    for (const TileFolder& folder : RouteTileFolders(ctx.gameRoot(), route.folder, route.scenarioFolders)) {
+        CheckForFiles(ctx, folder, rule, out.run);
+        if (ctx.abortFlag) {
+            out.stopped = true;
+            return false;
+        }
+    }
+    out.uniqueAssets = SortUnique(out.run.usedAssets);
+    return true;
+}
+
 void CheckTexturesOf(app::AppContext& ctx, const std::string& routePath, const CheckAnswers& answers,
                      const WalkRule& rule, RouteCheckOutcome& out) {
     out.missingText = "\r\n\r\nTexture Check:-";
@@ -170,15 +182,7 @@ RouteCheckOutcome CheckSelectedRoute(app::AppContext& ctx, const CheckedRoute& r
         return out;
     }
 
-    const WalkRule rule;
-    for (const TileFolder& folder : RouteTileFolders(ctx.gameRoot(), route.folder, route.scenarioFolders)) {
-        CheckForFiles(ctx, folder, rule, out.run);
-        if (ctx.abortFlag) {
-            out.stopped = true;
-            return out;
-        }
-    }
-    out.uniqueAssets = SortUnique(out.run.usedAssets);
+    if (!WalkRoute(ctx, route, WalkRule{}, out)) return out;
     out.missingText = out.run.missingText;
     if (!out.missingText.empty())
         out.missingText += "\r\n\r\n(Note: Ferrolund may not resolve some foreign characters, please advise with "

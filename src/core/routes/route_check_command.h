@@ -58,6 +58,10 @@ RouteCheckOutcome CheckSelectedRoute(app::AppContext& ctx, const CheckedRoute& r
 // the textures and sounds of it tested, the missing ones added to out.missingText, and
 // the lists of textures and sounds offered. With a provider and product in the rule the
 // terrain counts only when it is theirs, and an empty geometry list says so.
+// The route's tile folders walked with CheckForFiles under the rule, into `out.run`, then
+// its unique assets. False, with `out.stopped`, when "&Abort" ended the walk.
+bool WalkRoute(app::AppContext& ctx, const CheckedRoute& route, const WalkRule& rule, RouteCheckOutcome& out);
+
 void CheckTexturesOf(app::AppContext& ctx, const std::string& routePath, const CheckAnswers& answers,
                      const WalkRule& rule, RouteCheckOutcome& out);
 

@@ -235,33 +235,15 @@ TileEditRun EditTiles(app::AppContext& ctx, const std::vector<TileFolder>& folde
     TileEditRun run;
     for (const TileFolder& folder : folders) {
         if (!std::filesystem::is_directory(tools::HostPath(folder.folder))) continue;
-        const std::vector<std::string> tiles = ListTiles(ctx, folder.folder);
-        int shown = -1;
-        for (std::size_t i = 0; i < tiles.size(); ++i) {
-            const int percent = static_cast<int>((i + 1) * 100 / tiles.size());
-            if (percent != shown) {
-                ctx.ui->progress(percent, folder.prefix + std::to_string(percent) + " %");
-                shown = percent;
-            }
-            ctx.ui->pump();
-            if (ctx.abortFlag) {
-                run.aborted = true;
-                ctx.ui->progress(0, "");
-                return run;
-            }
-            const std::string tile = folder.folder + "\\" + tiles[i];
-            std::string xml;
-            if (const app::Status failed = tools::SerzReadXml(ctx, tile, xml)) {
-                ctx.report(*failed, kModule);
-                continue;
-            }
+        run.aborted = WalkTiles(ctx, folder, ListTiles(ctx, folder.folder), [&](const std::string& name, std::string& xml) {
             ++run.tilesRead;
-            if (edit(xml) == 0) continue;
-            if (ReplaceTile(ctx, tile, xml, run))
+            if (edit(xml) == 0) return;
+            if (ReplaceTile(ctx, folder.folder + "\\" + name, xml, run))
                 ++run.tilesChanged;
             else
                 ++run.tilesFailed;
-        }
+        });
+        if (run.aborted) break;
     }
     ctx.ui->progress(0, "");
     return run;
