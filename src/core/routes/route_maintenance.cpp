@@ -201,18 +201,8 @@ app::Status ClearOneMixMap(app::AppContext& ctx, const std::string& file, const 
     std::string binFile;
     if (app::Status failed = ConvertIntoTemp(ctx, xmlFile, name, tools::SerzDirection::ToBinary, binFile))
         return failed;
-    const tools::BackupOutcome backup = tools::MakeBackup(file, tools::kBackupRule);
-    if (backup.error) return backup.error;
-    if (backup.backup.empty()) return app::RunError{58, "No free back-up name is left for " + file};
-    tools::ForgetPath(file);
-    if (app::Status failed = tools::CopyFileReplacing(binFile, file)) {
-        // The old tile goes back to its name: the folder is never left without it.
-        std::error_code ec;
-        fs::rename(tools::HostPath(backup.backup), tools::HostPath(file), ec);
-        tools::ForgetPath(file);
-        return failed;
-    }
-    tools::ForgetPath(file);
+    std::string backup;
+    if (app::Status failed = tools::ReplaceWithBackup(binFile, file, tools::kBackupRule, backup)) return failed;
     tools::DeleteFile(xmlFile);
     tools::DeleteFile(binFile);
     tools::ForgetPath(xmlFile);

@@ -110,35 +110,15 @@ bool ReplaceTile(app::AppContext& ctx, const std::string& tile, const std::strin
         return false;
     }
     std::string backup;
-    if (!ReplaceWithBackup(ctx, scratch + "bin", tile, tools::kBackupRule, backup)) return false;
+    if (const app::Status failed = tools::ReplaceWithBackup(scratch + "bin", tile, tools::kBackupRule, backup)) {
+        ctx.report(*failed, kModule);
+        return false;
+    }
     if (!backup.empty()) run.backups.push_back(backup);
     return true;
 }
 
 }  // namespace
-
-bool ReplaceWithBackup(app::AppContext& ctx, const std::string& made, const std::string& target,
-                       const tools::BackupRule& rule, std::string& backup) {
-    const tools::BackupOutcome outcome = tools::MakeBackup(target, rule);
-    if (outcome.error) {
-        ctx.report(*outcome.error, kModule);
-        return false;
-    }
-    backup = outcome.backup;
-    if (const app::Status copied = tools::CopyFileReplacing(made, target)) {
-        if (!backup.empty()) {
-            std::error_code ec;
-            std::filesystem::rename(tools::HostPath(backup), tools::HostPath(target), ec);
-            tools::ForgetPath(backup);
-            backup.clear();
-        }
-        tools::ForgetPath(target);
-        ctx.report(*copied, kModule);
-        return false;
-    }
-    tools::ForgetPath(target);
-    return true;
-}
 
 std::string ItemKindText(int kind) {
     switch (kind) {

@@ -46,12 +46,6 @@ std::optional<assets::BlueprintRef> SplitGamePath(const std::string& gameRoot, s
 // +000001-000002.bin"). Nothing when the row holds no such path.
 std::optional<GridItem> CutGridItem(const std::string& gameRoot, std::string_view row);
 
-// `made` copied over `target` once the back-up rule has run on the target; when the copy
-// fails the old file gets its name back. `backup` is the old file's new name (empty when
-// the rule made none). False, reported, when the target was not replaced.
-bool ReplaceWithBackup(app::AppContext& ctx, const std::string& made, const std::string& target,
-                       const tools::BackupRule& rule, std::string& backup);
-
 // Edits of a tile's XML text. An item is found by its blueprint path as the value of a
 // BlueprintID, with the Provider and Product in front of it equal to the item's, all
 // compared without regard to case. Each gives the number of places changed.

@@ -262,7 +262,10 @@ bool FixRouteProviders(app::AppContext& ctx, const archives::ReportGrid& grid) {
     const std::string scratch = ctx.appPath("TempFiles\\RouteProperties.xml");
     if (!tools::WriteTextFile(ctx, scratch, *rebuilt)) return false;
     std::string backup;
-    if (!ReplaceWithBackup(ctx, scratch, file, tools::kUnlimitedBackupRule, backup)) return false;
+    if (const app::Status failed = tools::ReplaceWithBackup(scratch, file, tools::kUnlimitedBackupRule, backup)) {
+        ctx.report(*failed, kModule);
+        return false;
+    }
     ctx.ui->message("Your RouteProperties.xml file has been modified as requested.", app::Icon::Information);
     return true;
 }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "tools/files.h"
 #include "tools/host_path.h"
 
 namespace ferrolund::tools {
@@ -56,6 +57,24 @@ BackupOutcome MakeBackup(std::string_view pathText, const BackupRule& rule) {
     ForgetPath(target);
     if (ec) return {{}, app::err::PathFileAccess(path)};
     return {target, std::nullopt};
+}
+
+app::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
+                              std::string& backup) {
+    backup.clear();
+    const BackupOutcome outcome = MakeBackup(target, rule);
+    if (outcome.error) return outcome.error;
+    if (outcome.backup.empty()) return app::RunError{58, "No free back-up name is left for " + target};
+    if (app::Status copied = CopyFileReplacing(made, target)) {
+        std::error_code ec;
+        fs::rename(HostPath(outcome.backup), HostPath(target), ec);
+        ForgetPath(outcome.backup);
+        ForgetPath(target);
+        return copied;
+    }
+    ForgetPath(target);
+    backup = outcome.backup;
+    return {};
 }
 
 }  // namespace ferrolund::tools

@@ -44,6 +44,14 @@ struct BackupOutcome {
 // anything of that name exists, in any case.
 BackupOutcome MakeBackup(std::string_view path, const BackupRule& rule = kBackupRule);
 
+// Replaces `target` by the file `made`, after the rule has renamed the target: the way
+// the commands that rewrite a game file put their result in. When the copy fails the
+// old file gets its name back, so the target is never lost. Refused, with nothing
+// changed, when the rule has no free back-up name left. `backup` is the old file's new
+// name.
+app::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
+                              std::string& backup);
+
 // The unnumbered back-up name of `path` under the rule.
 std::string BackupBaseName(std::string_view path, const BackupRule& rule);
 

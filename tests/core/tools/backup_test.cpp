@@ -99,5 +99,48 @@ TEST(BackupBaseName, ExtensionOnlyOfTheLastElement) {
     EXPECT_EQ(BackupBaseName("C:\\x\\index.csv", kBackupRule), "C:\\x\\index.csv.bak");
 }
 
+TEST(ReplaceWithBackup, TheOldFileIsNeverLost) {
+    // Replaced: the new content in place, the old beside it.
+    {
+        testing::TempFolder folder;
+        folder.write("tile.bin", "old");
+        folder.write("made.bin", "new");
+        std::string backup;
+        EXPECT_FALSE(ReplaceWithBackup(In(folder, "made.bin"), In(folder, "tile.bin"), kBackupRule, backup));
+        EXPECT_EQ(backup, In(folder, "tile.bin.bak"));
+        EXPECT_EQ(folder.read("tile.bin"), "new");
+        EXPECT_EQ(folder.read("tile.bin.bak"), "old");
+    }
+    // The new file can't be copied: the old one gets its name back.
+    {
+        testing::TempFolder folder;
+        folder.write("tile.bin", "old");
+        std::string backup = "stale";
+        EXPECT_TRUE(ReplaceWithBackup(In(folder, "absent.bin"), In(folder, "tile.bin"), kBackupRule, backup));
+        EXPECT_TRUE(backup.empty());
+        EXPECT_EQ(folder.read("tile.bin"), "old");
+        EXPECT_FALSE(fs::exists(folder.path() / "tile.bin.bak"));
+    }
+    // No back-up name left under the rule: refused, nothing changed.
+    {
+        testing::TempFolder folder;
+        folder.write("tile.bin", "old");
+        folder.write("made.bin", "new");
+        folder.write("tile.bin.bak", "b");
+        for (int n = 1; n <= 50; ++n) folder.write("tile.bin.bak" + std::to_string(n), "b");
+        std::string backup;
+        EXPECT_TRUE(ReplaceWithBackup(In(folder, "made.bin"), In(folder, "tile.bin"), kBackupRule, backup));
+        EXPECT_EQ(folder.read("tile.bin"), "old");
+    }
+    // Nothing to replace.
+    {
+        testing::TempFolder folder;
+        folder.write("made.bin", "new");
+        std::string backup;
+        EXPECT_TRUE(ReplaceWithBackup(In(folder, "made.bin"), In(folder, "tile.bin"), kBackupRule, backup));
+        EXPECT_FALSE(fs::exists(folder.path() / "tile.bin"));
+    }
+}
+
 }  // namespace
 }  // namespace ferrolund::tools
