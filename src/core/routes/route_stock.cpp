@@ -105,8 +105,13 @@ bool StockPresent(const app::AppContext& ctx, const std::string& stockPath) {
     return tools::FileExists(file) || tools::FileExists(tools::FixEntitiesCopy(file));
 }
 
-// CheckStock's reading of a vehicle's blueprint: its numbering list.
-std::string NumberList(app::AppContext& ctx, const std::string& stockPath) {
+// CheckStock's reading of a vehicle's blueprint: its numbering list and its lamps.
+struct StockDetails {
+    std::string numberList;
+    std::string lamps;
+};
+
+StockDetails CheckStock(app::AppContext& ctx, const std::string& stockPath) {
     if (stockPath.empty() || IsStockVariant(stockPath)) return {};
     const std::string file = AssetsFile(ctx, stockPath);
     if (!tools::FileExists(file)) return {};
@@ -119,7 +124,7 @@ std::string NumberList(app::AppContext& ctx, const std::string& stockPath) {
     long pos = InStr(xml, "<RailVehicleComponent");
     if (pos > 0) tools::GetDetail(xml, pos, "CsvFile", csv);
     csv = std::string(tools::TrimBlanks(csv));
-    return csv.empty() ? "No number list" : tools::FixEntitiesCopy(csv);
+    return {csv.empty() ? "No number list" : tools::FixEntitiesCopy(csv), HasItLights(xml)};
 }
 
 std::string ScenarioFolderPath(const app::AppContext& ctx, const std::string& routeFolder, const std::string& folder) {
@@ -313,19 +318,59 @@ ReportListing ListAllRoutesStock(app::AppContext& ctx, const RouteIndex& index, 
     return listing;
 }
 
+std::string HasItLights(std::string_view blueprintXml) {
+    // The lamp models that the head- and tail-light transforms fit as children, and the
+    // train types they add to the vehicle's name.
+    static constexpr std::pair<std::string_view, std::string_view> kTrainTypes[] = {
+        {"_XP-Pass", "Express Passenger"},   {"_Stop-Pass", "Stopping Passenger"},
+        {"_XP-Perishable", "Express Perishable"}, {"_XP-Freight", "Express Freight"},
+        {"_Thru-Freight", "Thru Freight"},   {"_Light-Engine", "Light Engine"},
+        {"_Parcel", "Parcels"},              {"_Thru-Mineral", "Thru Mineral"},
+        {"_Stop-Freight", "Stopping Freight"},
+    };
+    const std::string upper = tools::UpperCp1252(blueprintXml);
+    const std::size_t open = upper.find("<CHILDREN>");
+    const std::size_t close = upper.find("</CHILDREN>", open == std::string::npos ? 0 : open);
+    const std::string_view children =
+        open == std::string::npos || close == std::string::npos
+            ? std::string_view()
+            : std::string_view(upper).substr(open, close - open);
+    auto count = [&](std::string_view model) {
+        std::size_t n = 0;
+        for (std::size_t at = children.find(model); at != std::string_view::npos; at = children.find(model, at + 1)) ++n;
+        return n;
+    };
+    const std::size_t heads = count("OILLAMP_WHITE_DRB"), tails = count("ZUGSCHLUSSLATERNE");
+    if (heads == 0 && tails == 0) return "No lamps";
+    std::string text;
+    if (heads > 0) {
+        text = std::to_string(heads) + (heads == 1 ? " head lamp" : " head lamps");
+        long at = 1;
+        std::string name;
+        tools::GetDetail(blueprintXml, at, "Name", name);
+        for (const auto& [suffix, type] : kTrainTypes)
+            if (name.size() >= suffix.size() &&
+                tools::EqualsIgnoreCase(std::string_view(name).substr(name.size() - suffix.size()), suffix))
+                text += std::string(" (") + std::string(type) + ")";
+    }
+    if (tails > 0) text += (text.empty() ? "" : ", ") + std::to_string(tails) + (tails == 1 ? " tail lamp" : " tail lamps");
+    return text;
+}
+
 ReportListing ListWagonNumbers(app::AppContext& ctx, const std::string& routeName,
                                const std::vector<StockScenario>& scenarios, StockLoop* loop) {
     ReportListing listing;
     listing.heading = "Rolling Stock Used in " + routeName;
     listing.suffix = "_Numbers.csv";
     const std::vector<std::string> defaults = ReadDefaultStock(ctx);
-    std::map<std::string, std::string> numberLists;  // CheckStock's reading, by blueprint
+    std::map<std::string, StockDetails> details;  // CheckStock's reading, by blueprint
     const StockVisit visit = [&](const StockScenario&, std::string_view xml, const std::vector<StockItem>&) {
         std::vector<std::vector<std::string>> rows;
         for (Vehicle& v : NumberedVehicles(xml)) {
-            auto known = numberLists.find(v.path);
-            if (known == numberLists.end()) known = numberLists.emplace(v.path, NumberList(ctx, v.path)).first;
-            rows.push_back({std::move(v.number), std::move(v.name), DefaultMark(defaults, v.path), known->second});
+            auto known = details.find(v.path);
+            if (known == details.end()) known = details.emplace(v.path, CheckStock(ctx, v.path)).first;
+            rows.push_back({std::move(v.number), std::move(v.name), DefaultMark(defaults, v.path),
+                            known->second.numberList, known->second.lamps});
         }
         JoinNeighbours(rows);
         for (auto& row : rows) listing.rows.push_back(std::move(row));

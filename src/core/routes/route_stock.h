@@ -95,10 +95,15 @@ ReportListing ListMissingStock(app::AppContext& ctx, const std::vector<StockScen
 // the index, every blueprint once, sorted, without regard to case.
 ReportListing ListAllRoutesStock(app::AppContext& ctx, const RouteIndex& index, StockLoop* loop = nullptr);
 
+// HasItLights: the lamps a vehicle's blueprint carries among its children, as the head-
+// and tail-light transforms fit them ("2 head lamps (Express Passenger), 1 tail lamp"),
+// or "No lamps".
+std::string HasItLights(std::string_view blueprintXml);
+
 // "List Stock used with wagon numbers" (mode 7): the wagon number rows of each scenario,
-// each row with a fourth column from CheckStock: the numbering list (CsvFile) that the
-// vehicle's blueprint names, or "No number list"; for a variant, or a blueprint that is
-// not there, the column is empty. Suffix "_Numbers.csv".
+// each row with two columns more from CheckStock: the numbering list (CsvFile) that the
+// vehicle's blueprint names, or "No number list", and its lamps (HasItLights); for a
+// variant, or a blueprint that is not there, both are empty. Suffix "_Numbers.csv".
 ReportListing ListWagonNumbers(app::AppContext& ctx, const std::string& routeName,
                                const std::vector<StockScenario>& scenarios, StockLoop* loop = nullptr);
 

@@ -236,9 +236,39 @@ TEST(RouteStock, WagonNumbersReadNumberListsButNotOfVariants) {
                 {"13", "Hart", "Coal", "Wagons\\Absent.xml", "Absent"}});
     const ReportListing listing = ListWagonNumbers(g.ctx, "Route r1", {g.row("r1", "s1", "One")});
     using Row = std::vector<std::string>;
-    EXPECT_EQ(listing.rows, (std::vector<Row>{Row{"11", "Van", "", "Hart\\Coal\\Wagons\\Numbers"},
-                                              Row{"12", "Van empty", "", ""}, Row{"13", "Absent", "", ""}}));
+    EXPECT_EQ(listing.rows, (std::vector<Row>{Row{"11", "Van", "", "Hart\\Coal\\Wagons\\Numbers", "No lamps"},
+                                              Row{"12", "Van empty", "", "", ""}, Row{"13", "Absent", "", "", ""}}));
     EXPECT_EQ(listing.suffix, "_Numbers.csv");
+}
+
+TEST(RouteStock, LampsOfAVehicleFromItsChildren) {
+    auto blueprint = [](const std::string& name, const std::string& children) {
+        return "<cEngineBlueprint>\r\n<Name d:type=\"cDeltaString\">" + name + "</Name>\r\n" + children +
+               "\r\n</cEngineBlueprint>\r\n";
+    };
+    auto lamp = [](const std::string& model) {
+        return "<cEntityContainerBlueprint-sChild>\r\n<BlueprintID d:type=\"cDeltaString\">Scenery\\Animated\\" +
+               model + ".xml</BlueprintID>\r\n</cEntityContainerBlueprint-sChild>\r\n";
+    };
+    struct Case {
+        std::string xml;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {blueprint("Class 08", "<Children/>"), "No lamps"},
+        {blueprint("Class 08_XP-Pass", "<Children>\r\n" + lamp("oillamp_white_drb") + lamp("OilLamp_White_DRB") +
+                                           "</Children>"),
+         "2 head lamps (Express Passenger)"},
+        {blueprint("Van_light-engine", "<Children>\r\n" + lamp("oillamp_white_drb") + "</Children>"),
+         "1 head lamp (Light Engine)"},
+        {blueprint("Brake van", "<Children>\r\n" + lamp("Zugschlusslaterne") + "</Children>"), "1 tail lamp"},
+        {blueprint("Both", "<Children>\r\n" + lamp("oillamp_white_drb") + lamp("Zugschlusslaterne") +
+                               lamp("Zugschlusslaterne") + "</Children>"),
+         "1 head lamp, 2 tail lamps"},
+        // A lamp model named outside the children is no lamp of the vehicle.
+        {blueprint("Loose", "<Other>oillamp_white_drb</Other>\r\n<Children/>"), "No lamps"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(HasItLights(c.xml), c.expected) << c.xml;
 }
 
 TEST(RouteStock, ScenarioItemsMessagesAndLists) {
