@@ -82,16 +82,20 @@ void ReportGrid::sortOn(std::size_t column) {
 void ReportGrid::removeDuplicates(bool wholeRow) {
     sortOn(0);
     std::vector<std::vector<std::string>> kept;
+    std::vector<bool> flags;
     std::unordered_set<std::string> seen;
-    for (auto& row : table.rows) {
+    for (std::size_t i = 0; i < table.rows.size(); ++i) {
+        auto& row = table.rows[i];
         row.resize(std::min<std::size_t>(row.size(), 2));
         if (row.empty() || row[0].empty()) continue;
         std::string key = tools::UpperCp1252(row[0]);
         if (wholeRow && row.size() > 1) key += '\t' + tools::UpperCp1252(row[1]);
         if (!seen.insert(std::move(key)).second) continue;
         kept.push_back(std::move(row));
+        flags.push_back(missing[i]);
     }
     setRows(std::move(kept));
+    missing = std::move(flags);  // a kept row stays marked as it was
     sortOn(0);
     duplicatesRemoved = true;
 }

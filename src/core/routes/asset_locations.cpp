@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <unordered_set>
 
 #include "tools/codepage.h"
 #include "tools/host_path.h"
@@ -177,6 +178,9 @@ LocationOutcome ShowAssetLocations(app::AppContext& ctx, const CheckedRoute& rou
     };
     out.listing = {"Following item(s) were used by  " + route.name + ":-", "_Locations.csv", rowsOf(out.run.items),
                    false};
+    std::unordered_set<std::string> absent;
+    for (const AssetLocation& item : out.run.missing) absent.insert(tools::UpperCp1252(item.path));
+    for (const auto& row : out.listing.rows) out.listing.missingRows.push_back(absent.count(tools::UpperCp1252(row[0])) > 0);
     if (!out.run.missing.empty()) {
         out.missingText = "Following Asset(s) were missing from " + route.name + ":-";
         for (const auto& row : rowsOf(out.run.missing)) out.missingText += "\r\n" + row[0] + " " + row[1];

@@ -27,7 +27,8 @@ struct ReportListing {
     std::string heading;
     std::string suffix;
     std::vector<std::vector<std::string>> rows;
-    bool missingItems = false;
+    bool missingItems = false;     // every row is a missing item
+    std::vector<bool> missingRows{};  // or, row for row, those that are
 };
 
 // Answers given in advance to the check's questions; an empty one is asked.

@@ -416,6 +416,8 @@ frmListRS* frmDelRoute::showListing(const routes::CheckedRoute& route, const rou
     grid.scenarioFolders = route.scenarioFolders;
     grid.table.headings = {listing.heading};
     grid.setRows(listing.rows);
+    if (listing.missingItems) grid.missing.assign(grid.rowCount(), true);
+    else if (listing.missingRows.size() == grid.rowCount()) grid.missing = listing.missingRows;
     if (!listing.suffix.empty()) {
         const std::string saved = routes::SaveListing(ctx_, route.name, listing);
         if (!saved.empty()) ctx_.ui->status(1, saved);

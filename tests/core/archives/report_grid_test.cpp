@@ -55,7 +55,9 @@ TEST(ReportGrid, LocationListKeepsEveryPlaceOfAnAssetOnce) {
     grid.takeList("K\\oak.bin\tat +000001+000002\r\nK\\elm.bin\tat +000001+000002\r\n"
                   "K\\OAK.BIN\tAT +000001+000002\r\nK\\oak.bin\tat -000003+000000\r\n"
                   "K\\oak.bin\tat +000001+000002\r\n");
+    grid.missing = {false, false, true, true, false};  // the third and fourth rows are missing items
     grid.removeDuplicates(true);
+    EXPECT_EQ(grid.missing, (std::vector<bool>{false, false, true}));
     EXPECT_EQ(grid.table.rows, (Rows{{"K\\elm.bin", "at +000001+000002"},
                                      {"K\\oak.bin", "at +000001+000002"},
                                      {"K\\oak.bin", "at -000003+000000"}}));

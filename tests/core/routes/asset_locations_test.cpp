@@ -119,6 +119,7 @@ TEST(AssetLocations, MadeRouteOnlyTracksBinOfTheNetworksAndTheScenariosScenery) 
         {assets + "Track.bin", "(Track Item) on tile -000001+000000 at 5, 6"},
     };
     EXPECT_EQ(out.listing.rows, rows);
+    EXPECT_EQ(out.listing.missingRows, (std::vector<bool>{true, false, false, true}));
     EXPECT_EQ(out.missingText, "Following Asset(s) were missing from Brill Line:-\r\n" + assets +
                                    "Gone.bin (Scenery Item) on tile -000002+000003 at 11, 21\r\n" + assets +
                                    "Track.bin (Track Item) on tile -000001+000000 at 5, 6");

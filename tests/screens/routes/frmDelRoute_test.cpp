@@ -281,6 +281,7 @@ TEST(frmDelRoute, CheckShowsTheMissingAndUsedListsAndSavesThem) {
     std::sort(missingPaths.begin(), missingPaths.end());
     EXPECT_EQ(missingPaths, (std::vector<std::string>{assets + "CanalPack\\Scenery\\Gone.bin", assets + "Extras\\Crate.bin"}));
     EXPECT_EQ(missing.mode, archives::kModeRouteCheck);
+    EXPECT_EQ(missing.missing, (std::vector<bool>{true, true}));  // shown in cyan
     archives::ReportGrid& used = shown[1]->grid();
     EXPECT_EQ(used.table.headings, std::vector<std::string>{"Following Asset(s) were used by this route:-"});
     EXPECT_EQ(used.mode, archives::kModeRouteItems);
