@@ -33,8 +33,12 @@ frmNewAP::frmNewAP(app::AppContext& ctx, const std::string& openAtLoad, QWidget*
     vsfg1_->verticalHeader()->setDefaultSectionSize(20);
     vsfg1_->horizontalHeader()->setStretchLastSection(true);
     vsfg1_->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(vsfg1_, &QTableView::customContextMenuRequested, this,
-            [this](const QPoint& at) { viewRow(vsfg1_->indexAt(at).row()); });
+    apFiles_ = new QMenu(this);
+    apFiles_->setObjectName("mnuAPFiles");
+    connect(addAction(apFiles_, "mnuAPOpen", "Open .bin"), &QAction::triggered, this, [this] { viewRow(menuRow_); });
+    connect(vsfg1_, &QTableView::customContextMenuRequested, this, [this](const QPoint& at) {
+        if (QMenu* menu = entryMenu(vsfg1_->indexAt(at).row())) menu->popup(vsfg1_->viewport()->mapToGlobal(at));
+    });
 
     auto* bar = new QMenuBar(this);
     QMenu* files = bar->addMenu("Archives");
@@ -230,6 +234,13 @@ void frmNewAP::viewRow(int row) {
     if (!text) return;
     text_->setPlainText(ToQt(*text));
     status_->setText("File Loaded: " + ToQt(viewer_.archive().entries()[static_cast<std::size_t>(row)].name));
+}
+
+QMenu* frmNewAP::entryMenu(int row) {
+    if (row < 0) return nullptr;
+    menuRow_ = row;
+    vsfg1_->selectRow(row);
+    return apFiles_;
 }
 
 frmNewAP* ShowArchiveScreen(app::AppContext& ctx, QWidget* parent, const std::string& openAtLoad) {

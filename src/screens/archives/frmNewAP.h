@@ -13,6 +13,7 @@
 class QAction;
 class QCheckBox;
 class QLabel;
+class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 class QTableView;
@@ -43,8 +44,10 @@ public:
     void findFile();
     void findFiles();
     void findApFiles();
-    // Right click on a row: the entry's text in the pane.
+    // "Open .bin" of the pop-up on a row: the entry's text in the pane.
     void viewRow(int row);
+    // The pop-up a right click on a row opens ("Open .bin"), aimed at that row.
+    QMenu* entryMenu(int row);
 
 private:
     QAction* addAction(QMenu* menu, const char* name, const char* caption);
@@ -62,6 +65,8 @@ private:
     QLabel* status_;
     QPlainTextEdit* text_;
     QPushButton* abort_;
+    QMenu* apFiles_;   // mnuAPFiles
+    int menuRow_ = -1;  // the row the pop-up was opened on
     std::vector<QAction*> actions_;
 };
 

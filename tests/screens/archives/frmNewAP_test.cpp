@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -154,7 +155,15 @@ TEST(frmNewAP, ARightClickShowsTheEntrysTextByItsKind) {
     ApScreen f;
     frmNewAP screen(f.ctx, f.ap);
     auto* pane = screen.findChild<QPlainTextEdit*>("RTB1");
-    screen.viewRow(0);
+    EXPECT_EQ(screen.entryMenu(-1), nullptr);  // below the last row: no pop-up
+    QMenu* menu = screen.entryMenu(0);
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->objectName(), "mnuAPFiles");
+    QAction* open = menu->findChild<QAction*>("mnuAPOpen");
+    ASSERT_NE(open, nullptr);
+    EXPECT_EQ(open->text(), "Open .bin");
+    EXPECT_EQ(screen.selectedEntries(), std::vector<std::size_t>{0});
+    open->trigger();
     EXPECT_EQ(pane->toPlainText(), "<English>Ostvale</English>");
     EXPECT_EQ(f.label(screen, "SB1"), "File Loaded: RouteProperties.xml");
     EXPECT_EQ(f.root.read("TempFiles/RouteProperties.xml"), "<English>Ostvale</English>");
