@@ -18,7 +18,11 @@ inline constexpr int kModeLocations = 3;
 inline constexpr int kModeRouteCheck = 4;
 inline constexpr int kModeRemovals = 5;
 inline constexpr int kModeScenarioStock = 6;
+inline constexpr int kModeWagonNumbers = 7;
+inline constexpr int kModeScenarioAssets = 9;
+inline constexpr int kModeAllStock = 10;
 inline constexpr int kModeApList = 11;
+inline constexpr int kModeProviderItems = 12;  // "Items Used by Provider"
 inline constexpr int kModeMissingInScenarios = 16;
 
 class ReportGrid {

@@ -77,7 +77,7 @@ frmListRS::frmListRS(app::AppContext& ctx, archives::ReportGrid grid, QWidget* p
     auto lang = [&](int n) { return ctx_.langText(n, {}, kModule); };
     connect(addButton("Command1", lang(201)), &QPushButton::clicked, this, &frmListRS::removeDupes);
     QPushButton* missing = addButton("Command3", lang(202));
-    if (grid_.mode == 9) missing->setText("Check for Missing Assets");
+    if (grid_.mode == archives::kModeScenarioAssets) missing->setText("Check for Missing Assets");
     connect(missing, &QPushButton::clicked, this, &frmListRS::checkMissing);
     connect(addButton("Command5", lang(564)), &QPushButton::clicked, this, &frmListRS::listProviders);
     connect(addButton("Command7", lang(565)), &QPushButton::clicked, this, &frmListRS::saveList);
@@ -96,11 +96,17 @@ frmListRS::frmListRS(app::AppContext& ctx, archives::ReportGrid grid, QWidget* p
     button("Command6")->setEnabled(route && items);
     button("Command8")->setEnabled(route && (items || grid_.mode == archives::kModeRemovals));
     button("Command23")->setEnabled(route && (items || grid_.mode == archives::kModeRemovals));
-    button("Command11")->setEnabled(route);
+    // The preload list is rebuilt from a list of everything the route uses, never from a
+    // list of missing items or of stock.
+    button("Command11")->setEnabled(route && (grid_.mode == archives::kModeRouteItems ||
+                                              grid_.mode == archives::kModeRemovals));
     if (grid_.mode == 8) {
         button("Command1")->hide();
         button("Command3")->hide();
     }
+    // Wagon numbers are no blueprints: nothing to test against the disk or to count by provider.
+    if (grid_.mode == archives::kModeWagonNumbers)
+        for (const char* name : {"Command1", "Command3", "Command5"}) button(name)->hide();
     if (grid_.mode == archives::kModeApList) addArchiveCommands();
     abort_ = new QPushButton("&Abort", this);
     abort_->setObjectName("Command10");

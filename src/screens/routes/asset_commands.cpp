@@ -17,7 +17,6 @@ namespace ferrolund::screens {
 namespace {
 
 constexpr const char* kModule = "frmDelRoute";
-constexpr int kModeProviderItems = 12;  // "Items Used by Provider"
 
 struct AssetCommands {
     frmDelRoute& form;
@@ -101,7 +100,7 @@ struct AssetCommands {
         form.runLong([&] { out = routes::ItemsOfProvider(ctx, route, pp); });
         form.showNotes(out.missingText);
         for (std::size_t i = 0; i < out.lists.size(); ++i)
-            form.showListing(route, out.lists[i], i == 0 ? kModeProviderItems : archives::kModeRouteItems);
+            form.showListing(route, out.lists[i], i == 0 ? archives::kModeProviderItems : archives::kModeRouteItems);
         if (out.stopped) return;
         chosen = pp;
         used = std::move(out);
@@ -113,7 +112,7 @@ struct AssetCommands {
         routes::UnusedFiles out;
         form.runLong([&] { out = routes::ItemsNotUsed(ctx, chosen, routes::UsedFiles(used)); });
         if (out.aborted) return;
-        frmListRS* grid = form.showListing(route, out.listing, kModeProviderItems);
+        frmListRS* grid = form.showListing(route, out.listing, archives::kModeProviderItems);
         if (grid) grid->grid().saveAsBatch = out.withDel;
     }
 };

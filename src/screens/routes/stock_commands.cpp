@@ -14,11 +14,6 @@ namespace ferrolund::screens {
 namespace {
 
 constexpr const char* kModule = "frmDelRoute";
-// The report grid's modes of the stock lists.
-constexpr int kModeWagonNumbers = 7;
-constexpr int kModeScenarioAssets = 9;
-constexpr int kModeAllStock = 10;
-
 // The commands' view of the screen.
 class StockCommands {
 public:
@@ -103,7 +98,7 @@ void StockCommands::scenarioItems() {
     form_.selectedRoute(r);
     for (const routes::ScenarioItemLists& lists : found) {
         for (const routes::ReportListing& l : lists.stock) show(r, l, archives::kModeScenarioStock);
-        for (const routes::ReportListing& l : lists.assets) show(r, l, kModeScenarioAssets);
+        for (const routes::ReportListing& l : lists.assets) show(r, l, archives::kModeScenarioAssets);
     }
 }
 
@@ -143,7 +138,7 @@ void StockCommands::allRoutesStock() {
     if (!run([&] { listing = routes::ListAllRoutesStock(ctx_, form_.listedRoutes(), &loop); })) return;
     tell(loop);
     form_.showStockCount(listing.rows.size());
-    show(routes::CheckedRoute{"All Routes", {}, {}}, listing, kModeAllStock);
+    show(routes::CheckedRoute{"All Routes", {}, {}}, listing, archives::kModeAllStock);
 }
 
 void StockCommands::wagonNumbers() {
@@ -155,7 +150,7 @@ void StockCommands::wagonNumbers() {
     if (!run([&] { listing = routes::ListWagonNumbers(ctx_, r.name, scenariosOf(r), &loop); })) return;
     tell(loop);
     form_.showStockCount(listing.rows.size());
-    show(r, listing, kModeWagonNumbers);
+    show(r, listing, archives::kModeWagonNumbers);
 }
 
 void StockCommands::missingScreen() {

@@ -50,8 +50,9 @@ TEST(frmListRSRoute, TheRouteCommandsAreLiveWhereTheyMakeSense) {
         bool route;
         bool substitute, remove, fix;
     } cases[] = {
-        {archives::kModeRouteItems, true, true, true, true},  {archives::kModeRouteCheck, true, true, true, true},
-        {archives::kModeRemovals, true, false, true, true},   {archives::kModeScenarioStock, true, false, false, true},
+        {archives::kModeRouteItems, true, true, true, true},  {archives::kModeRouteCheck, true, true, true, false},
+        {archives::kModeRemovals, true, false, true, true},   {archives::kModeScenarioStock, true, false, false, false},
+        {7, true, false, false, false},
         {archives::kModeRouteItems, false, false, false, false}, {archives::kModeApList, false, false, false, false},
     };
     for (const auto& c : cases) {
@@ -64,6 +65,8 @@ TEST(frmListRSRoute, TheRouteCommandsAreLiveWhereTheyMakeSense) {
     }
     frmListRS screen(f.ctx, f.grid(archives::kModeRouteItems));
     EXPECT_EQ(screen.button("Command6")->text(), "Substitute existing scenery item");
+    frmListRS numbers(f.ctx, f.grid(7));  // wagon numbers: no blueprint to check
+    for (const char* name : {"Command1", "Command3", "Command5"}) EXPECT_TRUE(numbers.button(name)->isHidden()) << name;
 }
 
 TEST(frmListRSRoute, SubstitutesTheSelectedItemAfterTheDuplicatesAreGone) {
