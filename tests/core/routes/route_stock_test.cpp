@@ -271,6 +271,25 @@ TEST(RouteStock, LampsOfAVehicleFromItsChildren) {
     for (const Case& c : cases) EXPECT_EQ(HasItLights(c.xml), c.expected) << c.xml;
 }
 
+TEST(RouteStock, ATruncatedScenarioIsToldAndPassedOver) {
+    StockGame g;
+    g.scenario("r1", "s1", {{"1", "Hart", "Coal", "Wagons\\Van.xml", "Van"}});
+    g.scenario("r1", "s2", {{"2", "Hart", "Coal", "Wagons\\Tank.xml", "Tank"}});
+    const fs::path s2 = g.root.path() / "game/Content/Routes/r1/Scenarios/s2/Scenario.bin";
+    fs::resize_file(s2, fs::file_size(s2) / 2);
+    StockLoop loop;
+    const ReportListing listing =
+        ListRouteStock(g.ctx, "Route r1", {g.row("r1", "s1", "First"), g.row("r1", "s2", "Second")}, &loop);
+    EXPECT_EQ(loop.scenariosRead, 1u);
+    EXPECT_EQ(loop.skipped, 1u);
+    ASSERT_EQ(listing.rows.size(), 1u);
+    EXPECT_EQ(listing.rows[0][0], "Hart\\Coal\\Wagons\\Van.bin");
+    // The reader's reason reaches the person, naming the file.
+    const auto texts = g.ui.texts();
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_NE(texts[0].find("Scenario.bin"), std::string::npos) << texts[0];
+}
+
 TEST(RouteStock, ScenarioItemsMessagesAndLists) {
     StockGame g;
     // No Scenario.bin: the command ends with the message.
