@@ -137,10 +137,8 @@ TEST(AssetLocations, AbortBetweenTilesStopsTheWalk) {
 }
 
 TEST(AssetLocations, RealRouteItemsLoftsRoadsAndTracksWithTheirPlaces) {
-    const fs::path source = fs::path(FERROLUND_TESTDATA) / "routes" / testing::kRealRoute;
-    if (!fs::exists(source)) GTEST_SKIP() << "the real route is not in " << source.string();
     LocationGame g;
-    g.copyRoute(source);
+    if (!g.copyRealRoute()) GTEST_SKIP() << "the real route is not in " << FERROLUND_TESTDATA << "/routes";
     g.asset("ChrisTrains/RailSimulator/Scenery/StationObjects/PerronNummers/NS Plain Pole.bin");
     const LocationOutcome out = ShowAssetLocations(g.ctx, {"Academy", testing::kRealRoute, {}});
     ASSERT_FALSE(out.stopped);

@@ -82,10 +82,15 @@ struct LocationGame {
         root.write("game/" + relative, "");
         return !tools::SerzConvert(ctx, source.string(), target, tools::SerzDirection::ToBinary);
     }
-    void copyRoute(const std::filesystem::path& source) const {
-        const auto route = root.path() / "game/Content/Routes" / source.filename();
+    // The real route of the test data placed in the game folder; false when the test data
+    // is not beside the checkout.
+    bool copyRealRoute() const {
+        const auto source = std::filesystem::path(FERROLUND_TESTDATA) / "routes" / kRealRoute;
+        if (!std::filesystem::exists(source)) return false;
+        const auto route = root.path() / "game/Content/Routes" / kRealRoute;
         std::filesystem::create_directories(route.parent_path());
         std::filesystem::copy(source, route, std::filesystem::copy_options::recursive);
+        return true;
     }
 };
 

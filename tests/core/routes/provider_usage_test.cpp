@@ -29,10 +29,8 @@ std::vector<std::string> FirstColumn(const ReportListing& listing) {
 }
 
 TEST(ProviderUsage, ProvidersOfTheRealRouteSorted) {
-    const fs::path source = fs::path(FERROLUND_TESTDATA) / "routes" / testing::kRealRoute;
-    if (!fs::exists(source)) GTEST_SKIP() << "the real route is not in " << source.string();
     LocationGame g;
-    g.copyRoute(source);
+    if (!g.copyRealRoute()) GTEST_SKIP() << "the real route is not in " << FERROLUND_TESTDATA << "/routes";
     std::vector<std::pair<std::string, std::string>> pairs;
     const auto found = ProvidersOfRoute(g.ctx, testing::kRealRoute);
     ASSERT_TRUE(found);
@@ -189,10 +187,8 @@ TEST(ProviderUsage, UnusedFilesOfAMissingProductOrAfterAbort) {
 }
 
 TEST(ProviderUsage, RealRouteItemsOfChrisTrainsThenTheUnusedFiles) {
-    const fs::path source = fs::path(FERROLUND_TESTDATA) / "routes" / testing::kRealRoute;
-    if (!fs::exists(source)) GTEST_SKIP() << "the real route is not in " << source.string();
     LocationGame g;
-    g.copyRoute(source);
+    if (!g.copyRealRoute()) GTEST_SKIP() << "the real route is not in " << FERROLUND_TESTDATA << "/routes";
     g.asset("ChrisTrains/RailSimulator/Scenery/StationObjects/PerronNummers/NS Plain Pole.bin");
     g.asset("ChrisTrains/RailSimulator/Scenery/Unused Shed.bin");
     const RouteCheckOutcome out =
