@@ -47,7 +47,6 @@ struct AssetScreen : testing::RouteScreenFixture {
 TEST(AssetCommands, CaptionsAndTheGreyedCommands) {
     AssetScreen f;
     frmDelRoute screen(f.ctx);
-    AddAssetCommands(screen);
     const std::pair<const char*, const char*> captions[] = {
         {"Command17", "Show Location of all Assets"},
         {"Command14", "Show Provider / Products used in selected route"},
@@ -70,7 +69,6 @@ TEST(AssetCommands, LocationsOnTheGridAndTheMissingInTheNotes) {
     ASSERT_TRUE(f.tile(std::string("Content/Routes/") + kRoute + "/Scenery/+000001-000002.bin",
                        {{"Hartwell", "SteamHeritage", "Trees\\Oak.xml"}, {"Hartwell", "SteamHeritage", "Gone.xml"}}));
     frmDelRoute screen(f.ctx);
-    AddAssetCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     screen.button("Command17")->click();
     const auto shown = f.grids(screen);
@@ -92,7 +90,6 @@ TEST(AssetCommands, LocationsOnTheGridAndTheMissingInTheNotes) {
 TEST(AssetCommands, LocationsOfAPackedRouteSaySoAndShowNoGrid) {
     AssetScreen f;
     frmDelRoute screen(f.ctx);
-    AddAssetCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     screen.button("Command17")->click();
     EXPECT_TRUE(f.grids(screen).empty());
@@ -107,7 +104,6 @@ TEST(AssetCommands, ProvidersThenTheItemsOfOneThenTheUnusedFiles) {
     ASSERT_TRUE(f.tile(std::string("Content/Routes/") + kRoute + "/Scenery/+000000+000000.bin",
                        {{"hartwell", "steamheritage", "Trees\\Oak.xml"}, {"Kuju", "RailSimulator", "Other.xml"}}));
     frmDelRoute screen(f.ctx);
-    AddAssetCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
 
     screen.button("Command14")->click();
@@ -157,7 +153,6 @@ TEST(AssetCommands, ProvidersThenTheItemsOfOneThenTheUnusedFiles) {
 TEST(AssetCommands, AnotherListInTheLowerGridGreysTheItemsCommandAgain) {
     AssetScreen f;
     frmDelRoute screen(f.ctx);
-    AddAssetCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     screen.button("Command14")->click();
     ASSERT_TRUE(screen.button("Command22")->isEnabled());
@@ -172,7 +167,6 @@ TEST(AssetCommands, ProvidersOfARouteWithoutRoutePropertiesLeaveTheLowerGrid) {
     f.scenario(kRoute, "s1", "Morning run", "");
     fs::remove(f.game.path() / "Content/Routes" / kRoute / "RouteProperties.xml");
     frmDelRoute screen(f.ctx);
-    AddAssetCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     screen.button("Command1")->click();
     screen.button("Command14")->click();
@@ -186,7 +180,6 @@ TEST(AssetCommands, ProvidersOfARouteWithoutRoutePropertiesLeaveTheLowerGrid) {
 TEST(AssetCommands, WithoutARouteSelectedTheCommandsSaySo) {
     AssetScreen f;
     frmDelRoute screen(f.ctx);
-    AddAssetCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     screen.routes()->clearSelection();
     screen.button("Command17")->click();

@@ -5,6 +5,8 @@
 #include <QTableWidget>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "route_screen_fixture.h"
 #include "screens/routes/frmDelRoute.h"
 
@@ -100,6 +102,32 @@ TEST(frmDelRouteHost, TheNoteRowIsNoScenario) {
     screen.scenarios()->selectRow(0);
     EXPECT_TRUE(screen.selectedScenarios().empty());
     EXPECT_TRUE(screen.listedScenarios().empty());
+}
+
+TEST(frmDelRouteHost, EveryCommandOfTheScreenStandsOnceWithItsCaption) {
+    Host f;
+    frmDelRoute screen(f.ctx);
+    std::map<QString, int> names;
+    for (const QPushButton* b : screen.findChildren<QPushButton*>()) ++names[b->objectName()];
+    for (const auto& [name, count] : names) EXPECT_EQ(count, 1) << name.toStdString();
+    const std::pair<const char*, const char*> commands[] = {
+        {"Command1", "List Scenarios in Selected Route"}, {"Command4", "Check Selected Route"},
+        {"Command26", "List Routes with Scenario types"}, {"Command12", "Print list of all Routes and Scenarios"},
+        {"Command2", "Delete Selected Scenario(s)"},      {"Command20", "Save lower grid"},
+        {"Command24", "List Scenarios in all routes"},    {"Command3", "List  items used by selected Scenario"},
+        {"Command27", "List Stock used by selected route"}, {"Command15", "List Stock missing in all scenarios"},
+        {"Command21", "List ALL rolling stock used by all routes"}, {"Command19", "List Stock used with wagon numbers"},
+        {"Command28", "View Missing Stock Screen"},       {"Command17", "Show Location of all Assets"},
+        {"Command14", "Show Provider / Products used in selected route"},
+        {"Command22", "Display items used from selected P/P"}, {"Command23", "Display items NOT used"},
+        {"Command18", "Check ScenarioProperties"},         {"Command25", "Check Route Template"},
+        {"Command10", "&Abort"},
+    };
+    for (const auto& [name, caption] : commands) {
+        ASSERT_NE(screen.button(name), nullptr) << name;
+        EXPECT_EQ(screen.button(name)->text().toStdString(), caption) << name;
+    }
+    for (const char* name : {"mnuTex", "mnuCRF"}) EXPECT_NE(screen.findChild<QAction*>(name), nullptr) << name;
 }
 
 TEST(frmDelRouteHost, MiscellaneousEntriesRunTheirCommand) {

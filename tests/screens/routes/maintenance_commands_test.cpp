@@ -35,7 +35,6 @@ struct Maintenance : testing::RouteScreenFixture {
     Maintenance() {
         writeIndex(std::string("Zeta Line,") + kRoute + ",1");
         EXPECT_TRUE(screen.loadRoutes());
-        AddMaintenanceCommands(screen);
         fs::create_directories(root.path() / "Templates");
         fs::copy_file(fs::path(FERROLUND_SOURCE_DIR) / "data" / "Templates" / "BlankTerrain.txt",
                       root.path() / "Templates" / "BlankTerrain.txt");

@@ -83,7 +83,6 @@ struct StockRoutes : testing::RouteScreenFixture {
 TEST(StockCommands, AddsTheButtonsWithTheirCaptions) {
     StockRoutes f;
     frmDelRoute screen(f.ctx);
-    AddStockCommands(screen);
     const std::pair<const char*, const char*> buttons[] = {
         {"Command24", "List Scenarios in all routes"},
         {"Command3", "List  items used by selected Scenario"},
@@ -106,7 +105,6 @@ TEST(StockCommands, MissingStockNeedsAllScenariosThenListsAndCounts) {
     StockRoutes f;
     ASSERT_TRUE(f.made);
     frmDelRoute screen(f.ctx);
-    AddStockCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
 
     screen.button("Command15")->click();
@@ -154,7 +152,6 @@ TEST(StockCommands, RouteStockAllRoutesAndWagonNumbersOpenTheirGrids) {
     StockRoutes f;
     ASSERT_TRUE(f.made);
     frmDelRoute screen(f.ctx);
-    AddStockCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     f.selectRoute(screen, kRouteA);
 
@@ -199,7 +196,6 @@ TEST(StockCommands, AbortLeavesAnIncompleteListAndSaysSo) {
     aborting.ctx = &f.ctx;
     f.ctx.ui = &aborting;
     frmDelRoute screen(f.ctx);
-    AddStockCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     screen.button("Command21")->click();
     const auto shown = f.grids(screen);
@@ -216,7 +212,6 @@ TEST(StockCommands, ItemsOfSelectedScenarios) {
     StockRoutes f;
     ASSERT_TRUE(f.made);
     frmDelRoute screen(f.ctx);
-    AddStockCommands(screen);
     ASSERT_TRUE(screen.loadRoutes());
     f.selectRoute(screen, kRouteA);
     screen.listScenarios();
