@@ -264,11 +264,16 @@ StockLoop ForEachScenarioStock(app::AppContext& ctx, const std::vector<StockScen
     return loop;
 }
 
+namespace {
+// The stock lists of a route are headed by its name.
+ReportListing StockListing(const std::string& routeName, const char* suffix) {
+    return {"Rolling Stock Used in " + routeName, suffix, {}, false};
+}
+}  // namespace
+
 ReportListing ListRouteStock(app::AppContext& ctx, const std::string& routeName,
                              const std::vector<StockScenario>& scenarios, StockLoop* loop) {
-    ReportListing listing;
-    listing.heading = "Rolling Stock Used in " + routeName;
-    listing.suffix = "_Stock.csv";
+    ReportListing listing = StockListing(routeName, "_Stock.csv");
     const std::vector<std::string> defaults = ReadDefaultStock(ctx);
     const StockVisit visit = [&](const StockScenario& s, std::string_view, const std::vector<StockItem>& stock) {
         for (const StockItem& item : stock)
@@ -359,9 +364,7 @@ std::string HasItLights(std::string_view blueprintXml) {
 
 ReportListing ListWagonNumbers(app::AppContext& ctx, const std::string& routeName,
                                const std::vector<StockScenario>& scenarios, StockLoop* loop) {
-    ReportListing listing;
-    listing.heading = "Rolling Stock Used in " + routeName;
-    listing.suffix = "_Numbers.csv";
+    ReportListing listing = StockListing(routeName, "_Numbers.csv");
     const std::vector<std::string> defaults = ReadDefaultStock(ctx);
     std::map<std::string, StockDetails> details;  // CheckStock's reading, by blueprint
     const StockVisit visit = [&](const StockScenario&, std::string_view xml, const std::vector<StockItem>&) {

@@ -29,21 +29,8 @@ constexpr const char* kRouteB = "bbbb-route";
 struct DelRoute : testing::RouteScreenFixture {
     DelRoute() { writeIndex(std::string("Zeta Line,") + kRouteA + ",1\r\nAlder Branch," + kRouteB + ",2"); }
 
-    std::string text(QTableWidget* grid, int row, int column) const {
-        const QTableWidgetItem* item = grid->item(row, column);
-        return item ? FromQt(item->text()) : std::string("<none>");
-    }
     QString label(frmDelRoute& screen, const char* name) const {
         return screen.findChild<QLabel*>(name)->text();
-    }
-    std::vector<frmListRS*> grids(frmDelRoute& screen) const {
-        std::vector<frmListRS*> found;
-        for (frmListRS* g : screen.findChildren<frmListRS*>()) found.push_back(g);
-        return found;
-    }
-    void selectRoute(frmDelRoute& screen, const std::string& folder) const {
-        for (int r = 0; r < screen.routes()->rowCount(); ++r)
-            if (text(screen.routes(), r, 1) == folder) screen.routes()->selectRow(r);
     }
 };
 

@@ -7,7 +7,12 @@
 #include <string>
 #include <vector>
 
+#include <QTableWidget>
+
+#include "screens/app/qt_text.h"
 #include "screens/app/screen_fixture.h"
+#include "screens/archives/frmListRS.h"
+#include "screens/routes/frmDelRoute.h"
 #include "tools/serz_convert.h"
 
 namespace ferrolund::testing {
@@ -59,6 +64,22 @@ struct RouteScreenFixture : ScreenFixture {
     }
 
     void asset(const std::string& relative) const { game.write("Assets/" + relative, "bin"); }
+
+    // A cell's text, "<none>" for an empty cell.
+    std::string text(QTableWidget* grid, int row, int column) const {
+        const QTableWidgetItem* item = grid->item(row, column);
+        return item ? screens::FromQt(item->text()) : std::string("<none>");
+    }
+    void selectRoute(screens::frmDelRoute& screen, const std::string& folder) const {
+        for (int r = 0; r < screen.routes()->rowCount(); ++r)
+            if (text(screen.routes(), r, 1) == folder) screen.routes()->selectRow(r);
+    }
+    // The report grids a screen has opened.
+    std::vector<screens::frmListRS*> grids(QWidget& screen) const {
+        std::vector<screens::frmListRS*> found;
+        for (screens::frmListRS* g : screen.findChildren<screens::frmListRS*>()) found.push_back(g);
+        return found;
+    }
 };
 
 }  // namespace ferrolund::testing

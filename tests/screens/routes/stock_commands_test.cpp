@@ -64,19 +64,6 @@ struct StockRoutes : testing::RouteScreenFixture {
                                    tools::SerzDirection::ToBinary);
     }
 
-    std::string text(QTableWidget* grid, int row, int column) const {
-        const QTableWidgetItem* item = grid->item(row, column);
-        return item ? FromQt(item->text()) : std::string("<none>");
-    }
-    void selectRoute(frmDelRoute& screen, const std::string& folder) const {
-        for (int r = 0; r < screen.routes()->rowCount(); ++r)
-            if (text(screen.routes(), r, 1) == folder) screen.routes()->selectRow(r);
-    }
-    std::vector<frmListRS*> grids(QWidget& screen) const {
-        std::vector<frmListRS*> found;
-        for (frmListRS* g : screen.findChildren<frmListRS*>()) found.push_back(g);
-        return found;
-    }
     bool made = false;
 };
 
