@@ -26,13 +26,13 @@ using Clock = std::chrono::steady_clock;
 double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
 
 // Answers No, and measures the time between two event pumps.
-class QuietUi : public ferrolund::app::Ui {
+class QuietUi : public ferrolund::base::Ui {
 public:
     double longestGap = 0;
-    void message(const std::string&, ferrolund::app::Icon, const std::string&) override {}
-    ferrolund::app::Answer ask(const std::string&, ferrolund::app::Buttons, ferrolund::app::Icon,
+    void message(const std::string&, ferrolund::base::Icon, const std::string&) override {}
+    ferrolund::base::Answer ask(const std::string&, ferrolund::base::Buttons, ferrolund::base::Icon,
                                const std::string&) override {
-        return ferrolund::app::Answer::No;
+        return ferrolund::base::Answer::No;
     }
     std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override { return {}; }
     std::optional<std::string> chooseOpenFile(const std::string&, const std::string&, const std::string&) override {

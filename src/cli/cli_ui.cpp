@@ -11,14 +11,14 @@ namespace {
 std::string Console(const std::string& text) { return tools::Utf8FromCp1252(text); }
 }  // namespace
 
-void CliUi::message(const std::string& text, app::Icon icon, const std::string& title) {
-    std::ostream& to = (icon == app::Icon::Critical || icon == app::Icon::Exclamation) ? err_ : out_;
+void CliUi::message(const std::string& text, base::Icon icon, const std::string& title) {
+    std::ostream& to = (icon == base::Icon::Critical || icon == base::Icon::Exclamation) ? err_ : out_;
     if (!title.empty()) to << Console(title) << ": ";
     to << Console(text) << (text.empty() || text.back() != '\n' ? "\n" : "");
 }
 
-app::Answer CliUi::ask(const std::string& text, app::Buttons buttons, app::Icon, const std::string&) {
-    const bool yesNo = buttons == app::Buttons::YesNo || buttons == app::Buttons::YesNoCancel;
+base::Answer CliUi::ask(const std::string& text, base::Buttons buttons, base::Icon, const std::string&) {
+    const bool yesNo = buttons == base::Buttons::YesNo || buttons == base::Buttons::YesNoCancel;
     std::optional<bool> yes = defaultYes;
     std::string given;
     if (!answers.empty()) {
@@ -27,20 +27,20 @@ app::Answer CliUi::ask(const std::string& text, app::Buttons buttons, app::Icon,
         yes = given == "yes" || given == "y" || given == "ok";
     }
     out_ << Console(text) << "\n";
-    if (buttons == app::Buttons::Ok) return app::Answer::Ok;
+    if (buttons == base::Buttons::Ok) return base::Answer::Ok;
     if (!yes) {
         out_ << "  (no answer given: taking " << (yesNo ? "No" : "Cancel") << "; use --yes or --answer)\n";
         yes = false;
     }
-    if (yesNo && buttons == app::Buttons::YesNoCancel && given == "cancel") return app::Answer::Cancel;
-    if (buttons == app::Buttons::RetryCancel) {
+    if (yesNo && buttons == base::Buttons::YesNoCancel && given == "cancel") return base::Answer::Cancel;
+    if (buttons == base::Buttons::RetryCancel) {
         out_ << "  -> " << (*yes || given == "retry" ? "Retry" : "Cancel") << "\n";
-        return *yes || given == "retry" ? app::Answer::Retry : app::Answer::Cancel;
+        return *yes || given == "retry" ? base::Answer::Retry : base::Answer::Cancel;
     }
-    const app::Answer answer = yesNo ? (*yes ? app::Answer::Yes : app::Answer::No)
-                                     : (*yes ? app::Answer::Ok : app::Answer::Cancel);
-    out_ << "  -> " << (answer == app::Answer::Yes ? "Yes" : answer == app::Answer::No ? "No"
-                                                   : answer == app::Answer::Ok           ? "OK"
+    const base::Answer answer = yesNo ? (*yes ? base::Answer::Yes : base::Answer::No)
+                                     : (*yes ? base::Answer::Ok : base::Answer::Cancel);
+    out_ << "  -> " << (answer == base::Answer::Yes ? "Yes" : answer == base::Answer::No ? "No"
+                                                   : answer == base::Answer::Ok           ? "OK"
                                                                                          : "Cancel")
          << "\n";
     return answer;

@@ -6,11 +6,11 @@
 #include <iosfwd>
 #include <string>
 
-#include "app/ui.h"
+#include "base/ui.h"
 
 namespace ferrolund::cli {
 
-class CliUi : public app::Ui {
+class CliUi : public base::Ui {
 public:
     CliUi(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
 
@@ -20,8 +20,8 @@ public:
     // text or path given to input and file or folder choices.
     std::deque<std::string> answers;
 
-    void message(const std::string& text, app::Icon icon, const std::string& title) override;
-    app::Answer ask(const std::string& text, app::Buttons buttons, app::Icon icon,
+    void message(const std::string& text, base::Icon icon, const std::string& title) override;
+    base::Answer ask(const std::string& text, base::Buttons buttons, base::Icon icon,
                     const std::string& title) override;
     std::optional<std::string> input(const std::string& title, const std::string& prompt,
                                      const std::string& defaultText) override;

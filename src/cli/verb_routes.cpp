@@ -106,7 +106,7 @@ int CheckRouteVerb(app::AppContext& ctx, const std::vector<std::string>& args, s
             const std::string saved = routes::SaveListing(ctx, route.name, listing);
             if (saved.empty()) continue;
             const std::string target = csvFolder + "/" + tools::SystemPath(tools::HostPath(saved).filename());
-            if (const app::Status failed = tools::CopyFileReplacing(saved, target)) {
+            if (const base::Status failed = tools::CopyFileReplacing(saved, target)) {
                 err << "ferrolund-cli: " << Shown(failed->description) << "\n";
                 return 1;
             }

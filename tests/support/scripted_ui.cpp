@@ -12,17 +12,17 @@ T TakeFront(std::deque<T>& queue, T whenEmpty) {
 }
 }  // namespace
 
-void ScriptedUi::message(const std::string& text, app::Icon icon, const std::string& title) {
+void ScriptedUi::message(const std::string& text, base::Icon icon, const std::string& title) {
     shown.push_back({text, icon, title, false});
 }
 
-app::Answer ScriptedUi::ask(const std::string& text, app::Buttons buttons, app::Icon icon,
+base::Answer ScriptedUi::ask(const std::string& text, base::Buttons buttons, base::Icon icon,
                             const std::string& title) {
     shown.push_back({text, icon, title, true});
-    const app::Answer fallback = buttons == app::Buttons::Ok ? app::Answer::Ok
-                                 : (buttons == app::Buttons::OkCancel || buttons == app::Buttons::RetryCancel)
-                                     ? app::Answer::Cancel
-                                     : app::Answer::No;
+    const base::Answer fallback = buttons == base::Buttons::Ok ? base::Answer::Ok
+                                 : (buttons == base::Buttons::OkCancel || buttons == base::Buttons::RetryCancel)
+                                     ? base::Answer::Cancel
+                                     : base::Answer::No;
     return TakeFront(answers, fallback);
 }
 

@@ -6,21 +6,21 @@
 #include <string>
 #include <vector>
 
-#include "app/ui.h"
+#include "base/ui.h"
 
 namespace ferrolund::testing {
 
-class ScriptedUi : public app::Ui {
+class ScriptedUi : public base::Ui {
 public:
     struct Shown {
         std::string text;
-        app::Icon icon;
+        base::Icon icon;
         std::string title;
         bool question;  // asked, not only told
     };
 
     // Queues, taken front first. An empty queue answers No / Cancel / nothing.
-    std::deque<app::Answer> answers;
+    std::deque<base::Answer> answers;
     std::deque<std::optional<std::string>> inputs;
     std::deque<std::optional<std::string>> files;    // open and save dialogs
     std::deque<std::optional<std::string>> folders;
@@ -32,8 +32,8 @@ public:
     int pumps = 0;
     int busyDepth = 0;
 
-    void message(const std::string& text, app::Icon icon, const std::string& title) override;
-    app::Answer ask(const std::string& text, app::Buttons buttons, app::Icon icon,
+    void message(const std::string& text, base::Icon icon, const std::string& title) override;
+    base::Answer ask(const std::string& text, base::Buttons buttons, base::Icon icon,
                     const std::string& title) override;
     std::optional<std::string> input(const std::string& title, const std::string& prompt,
                                      const std::string& defaultText) override;

@@ -88,7 +88,7 @@ void ReportUnexpectedError(AppContext& ctx, const std::string& description, cons
         // A failing log must not stop the report.
     }
     try {
-        if (ctx.ui) ctx.ui->message(FormatErrorMessage(description, routine, number, module), Icon::Critical,
+        if (ctx.ui) ctx.ui->message(FormatErrorMessage(description, routine, number, module), base::Icon::Critical,
                                     UnexpectedErrorTitle());
     } catch (...) {
     }

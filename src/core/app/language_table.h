@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 
 namespace ferrolund::app {
 

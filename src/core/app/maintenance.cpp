@@ -32,7 +32,7 @@ std::string ReadWriteBatch(const std::string& folder) { return "ATTRIB -R \"" + 
 void MakeReadWrite(AppContext& ctx, const std::string& folder) {
     if (ctx.currentRoutine != "mnuSelRW_Click") ctx.currentRoutine = "mnuReadWrite_Click";
     RunTempBatch(ctx, "do_read.bat", ReadWriteBatch(folder));
-    if (ctx.ui) ctx.ui->message("All files are now Read/Write", Icon::Exclamation);
+    if (ctx.ui) ctx.ui->message("All files are now Read/Write", base::Icon::Exclamation);
 }
 
 void MakeSelectedFolderReadWrite(AppContext& ctx) {
@@ -69,13 +69,13 @@ void RenameCacheFiles(AppContext& ctx) {
         const std::string backup = ctx.gameRoot() + "\\Content\\" + CacheBackupName(name);
         std::error_code ec;
         if (std::filesystem::exists(tools::HostPath(backup), ec)) {
-            ctx.report(RunError{58, "File already exists: " + backup}, "frmSDB");
+            ctx.report(base::RunError{58, "File already exists: " + backup}, "frmSDB");
             continue;
         }
         std::filesystem::rename(tools::HostPath(path), tools::HostPath(backup), ec);
         tools::ForgetPath(path);
         tools::ForgetPath(backup);
-        if (ec) ctx.report(err::PathFileAccess(path), "frmSDB");
+        if (ec) ctx.report(base::err::PathFileAccess(path), "frmSDB");
     }
 }
 
@@ -98,7 +98,7 @@ void FullBackup(AppContext& ctx) {
         if (ctx.ui) {
             ctx.ui->message("You do not appear to have set up a path for your backups.\n"
                             "Go to the Options menu and do this first.",
-                            Icon::Exclamation);
+                            base::Icon::Exclamation);
         }
         return;
     }
@@ -108,7 +108,7 @@ void FullBackup(AppContext& ctx) {
     RunTempBatch(ctx, "do_clone.bat", FullBackupBatch(ctx.gameRoot(), folder, tools::FolderExists(source)));
     if (ctx.ui) {
         ctx.ui->message("TrainSimulator 2020 Assets,Contents,Source and Root folders have been copied to\n" + folder,
-                        Icon::Information);
+                        base::Icon::Information);
     }
 }
 

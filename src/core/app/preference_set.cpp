@@ -49,16 +49,16 @@ const std::array<Geometry, 3> kGeometries = {{
 
 }  // namespace
 
-std::vector<RunError> ParsePreferences(const std::string& text, PreferenceSet& prefs, AboutHome home) {
-    std::vector<RunError> errors;
+std::vector<base::RunError> ParsePreferences(const std::string& text, PreferenceSet& prefs, AboutHome home) {
+    std::vector<base::RunError> errors;
     ValueReader reader(text);
     for (int line = 1; line <= kPreferenceCount; ++line) {
         const auto value = reader.next();
         if (!value) {
-            errors.push_back(err::InputPastEnd());
+            errors.push_back(base::err::InputPastEnd());
             continue;
         }
-        Status status;
+        base::Status status;
         if (line == kAboutLine) {
             bool& target = home == AboutHome::Shadow ? prefs.aboutFlagShadow : prefs.aboutFlag;
             status = ToBool(*value, target);
@@ -117,8 +117,8 @@ void ApplyGeometryDefaults(PreferenceSet& prefs) {
     }
 }
 
-Status StoreTwips(std::int16_t& field, long value) {
-    if (value < -32768 || value > 32767) return err::Overflow();
+base::Status StoreTwips(std::int16_t& field, long value) {
+    if (value < -32768 || value > 32767) return base::err::Overflow();
     field = static_cast<std::int16_t>(value);
     return std::nullopt;
 }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 
 namespace ferrolund::app {
 
@@ -58,13 +58,13 @@ enum class AboutHome { Shadow, AboutScreen };
 // Reads the values in order, by value not by line. Each value that is missing, or that
 // cannot be stored in its field, gives one error and leaves the field as it was. Values
 // beyond the 32nd are ignored. `home` tells where line 14 goes.
-std::vector<RunError> ParsePreferences(const std::string& text, PreferenceSet& prefs, AboutHome home);
+std::vector<base::RunError> ParsePreferences(const std::string& text, PreferenceSet& prefs, AboutHome home);
 // The whole file: 32 lines, each ended by CR LF.
 std::string FormatPreferences(const PreferenceSet& prefs, AboutHome home);
 // The zero-means-default rule of the remembered window geometries.
 void ApplyGeometryDefaults(PreferenceSet& prefs);
 // Stores a geometry value in a 16-bit field; a value that does not fit is the overflow
 // error and the field keeps what it had.
-Status StoreTwips(std::int16_t& field, long value);
+base::Status StoreTwips(std::int16_t& field, long value);
 
 }  // namespace ferrolund::app

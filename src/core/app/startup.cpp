@@ -33,7 +33,7 @@ void CreateTempFiles(AppContext& ctx) {
     const auto host = tools::HostPath(folder);
     // An existing folder that cannot be written counts as missing; making it again fails.
     if (std::filesystem::exists(host, ec) || !tools::CreatePath(folder)) {
-        ctx.report(err::PathFileAccess(folder), kModule);
+        ctx.report(base::err::PathFileAccess(folder), kModule);
     }
 }
 
@@ -62,7 +62,7 @@ void LoadLanguage(AppContext& ctx, MainWindowPort& window) {
     if (ctx.ui) ctx.ui->pump();
     if (ctx.lang.count() == 0) {
         // Without any table every caption keeps its English default; say so once.
-        ctx.report(err::FileNotFound(path), kModule);
+        ctx.report(base::err::FileNotFound(path), kModule);
         return;
     }
     window.applyLanguage();
@@ -107,7 +107,7 @@ void StartUp(AppContext& ctx, MainWindowPort& window, const StartOptions& option
                 "1. Route Building Tools/Extract RouteProperties.xml\n"
                 "2. Scenarios/Extract ScenarioProperties.xml\n"
                 "To enable the program to correctly index items in .ap files\n",
-                Icon::Information);
+                base::Icon::Information);
         }
         ApplyGeometryDefaults(ctx.prefs);
         if (ctx.prefs.editorWindowState == 2) {
@@ -156,7 +156,7 @@ void StartUp(AppContext& ctx, MainWindowPort& window, const StartOptions& option
         window.maximise();
         const std::string command = DispatchCommandFor(ctx.commandFile);
         if (!command.empty() && !window.runMenuCommand(command) && ctx.ui) {
-            ctx.ui->message("This version of Ferrolund cannot open " + ctx.commandFile + " yet.", Icon::Information);
+            ctx.ui->message("This version of Ferrolund cannot open " + ctx.commandFile + " yet.", base::Icon::Information);
         }
     }
     window.selectFirstTab();
@@ -173,17 +173,17 @@ void TakeEditorGeometry(AppContext& ctx, const MainWindowPort& window) {
 bool ExitSequence(AppContext& ctx, MainWindowPort& window, const EditorState& editor) {
     ctx.currentRoutine = "Form_Unload";
     if (editor.edited && ctx.prefs.warnIfNotSaved && !editor.saved && ctx.ui) {
-        const Answer answer = ctx.ui->ask(
+        const base::Answer answer = ctx.ui->ask(
             "You edited a file in the .bin file editor but do\nnot appear to have saved it. Do you really\n"
             "want to exit?",
-            Buttons::YesNo, Icon::Exclamation);
-        if (answer != Answer::Yes) return false;
+            base::Buttons::YesNo, base::Icon::Exclamation);
+        if (answer != base::Answer::Yes) return false;
     }
     TakeEditorGeometry(ctx, window);
     window.closeSearchDialog();
     SavePreferences(ctx, AboutHome::AboutScreen);
     if (!ctx.prefs.noAskOnExit && ctx.ui) {
-        if (ctx.ui->ask("Do you really wish to exit Ferrolund?", Buttons::YesNo, Icon::Question) != Answer::Yes) {
+        if (ctx.ui->ask("Do you really wish to exit Ferrolund?", base::Buttons::YesNo, base::Icon::Question) != base::Answer::Yes) {
             return false;
         }
     }
@@ -208,7 +208,7 @@ void ToggleWarnIfNotSaved(AppContext& ctx, MainWindowPort& window) {
 
 void StartMaximised(AppContext& ctx, MainWindowPort& window) {
     ctx.currentRoutine = "mnuEdMax_Click";
-    if (ctx.ui && ctx.ui->ask("Start with Editor Screen Maximised", Buttons::YesNo, Icon::Question) == Answer::Yes) {
+    if (ctx.ui && ctx.ui->ask("Start with Editor Screen Maximised", base::Buttons::YesNo, base::Icon::Question) == base::Answer::Yes) {
         ctx.prefs.editorWindowState = 2;
         window.maximise();
     } else {
@@ -270,12 +270,12 @@ void OpenHelpContents(AppContext& ctx) {
     if (ctx.prefs.pdfReaderPath.empty()) {
         ctx.ui->message("Before you can read Help files, you must set up the path\n"
                         "to your PDF Reader in the Options menu.",
-                        Icon::Exclamation);
+                        base::Icon::Exclamation);
         return;
     }
     const std::string help = ctx.appPath("Ferrolund-Help.pdf");
     if (!tools::FileExists(help)) {
-        ctx.ui->message("The help file " + help + " is not installed.", Icon::Exclamation);
+        ctx.ui->message("The help file " + help + " is not installed.", base::Icon::Exclamation);
         return;
     }
     tools::SetWorkingFolder(ctx, ctx.appRoot);

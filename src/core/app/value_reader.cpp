@@ -50,9 +50,9 @@ std::optional<RawValue> ValueReader::next() {
     return value;
 }
 
-Status ToInt16(const RawValue& value, std::int16_t& out) {
+base::Status ToInt16(const RawValue& value, std::int16_t& out) {
     const std::string& t = value.text;
-    if (value.quoted) return err::TypeMismatch();
+    if (value.quoted) return base::err::TypeMismatch();
     if (t.empty()) {
         out = 0;
         return std::nullopt;
@@ -67,14 +67,14 @@ Status ToInt16(const RawValue& value, std::int16_t& out) {
     }
     char* end = nullptr;
     const double number = std::strtod(t.c_str(), &end);
-    if (end == t.c_str() || *end != '\0' || !std::isfinite(number)) return err::TypeMismatch();
+    if (end == t.c_str() || *end != '\0' || !std::isfinite(number)) return base::err::TypeMismatch();
     const double rounded = std::nearbyint(number);  // half to even, as the classic runtime does
-    if (rounded < -32768.0 || rounded > 32767.0) return err::Overflow();
+    if (rounded < -32768.0 || rounded > 32767.0) return base::err::Overflow();
     out = static_cast<std::int16_t>(rounded);
     return std::nullopt;
 }
 
-Status ToBool(const RawValue& value, bool& out) {
+base::Status ToBool(const RawValue& value, bool& out) {
     const std::string& t = value.text;
     if (tools::EqualsIgnoreCase(t, "#TRUE#") || (value.quoted && tools::EqualsIgnoreCase(t, "True"))) {
         out = true;
@@ -93,7 +93,7 @@ Status ToBool(const RawValue& value, bool& out) {
             return std::nullopt;
         }
     }
-    return err::TypeMismatch();
+    return base::err::TypeMismatch();
 }
 
 }  // namespace ferrolund::app

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 
 namespace ferrolund::app {
 
@@ -32,8 +32,8 @@ private:
 };
 
 // Conversions of a raw value to the type of the field it is read into.
-Status ToInt16(const RawValue& value, std::int16_t& out);
-Status ToBool(const RawValue& value, bool& out);
+base::Status ToInt16(const RawValue& value, std::int16_t& out);
+base::Status ToBool(const RawValue& value, bool& out);
 // Any value can be read as a string.
 inline void ToString(const RawValue& value, std::string& out) { out = value.text; }
 

@@ -4,6 +4,7 @@
 
 #include "archives/extract.h"
 #include "services/scan_path.h"
+#include "tools/text_search.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
@@ -38,7 +39,7 @@ void ApViewer::openArchive(app::AppContext& ctx, const std::string& path) {
         tools::ForgetPath(source);
         tools::ForgetPath(base + "0" + digits);
     }
-    if (app::Status status = archive_.open(path)) ctx.report(status, kModule);
+    if (base::Status status = archive_.open(path)) ctx.report(status, kModule);
     if (ctx.ui) {
         for (const auto& e : archive_.entries()) ctx.ui->status(0, e.name);
         ctx.ui->pump();
@@ -70,7 +71,7 @@ std::optional<std::size_t> ApViewer::findFile(app::AppContext& ctx, const std::s
     for (const auto& e : archive_.entries()) {
         if (tools::EqualsIgnoreCase(e.name, name)) return e.index;
     }
-    if (ctx.ui) ctx.ui->message("The file  " + name + "\r\nwas not found.", app::Icon::Information);
+    if (ctx.ui) ctx.ui->message("The file  " + name + "\r\nwas not found.", base::Icon::Information);
     return std::nullopt;
 }
 
@@ -78,7 +79,7 @@ std::vector<std::size_t> ApViewer::findFiles(const std::string& pattern) const {
     std::vector<std::size_t> found;
     const std::string mask = tools::UpperCp1252(pattern);
     for (const auto& e : archive_.entries()) {
-        if (services::WildcardMatch(mask, tools::UpperCp1252(e.name))) found.push_back(e.index);
+        if (tools::WildcardMatch(mask, tools::UpperCp1252(e.name))) found.push_back(e.index);
     }
     return found;
 }
@@ -100,7 +101,7 @@ std::optional<std::string> ApViewer::viewEntry(app::AppContext& ctx, std::size_t
     if (ext != "bin" && ext != "geopcdx" && !texture) return std::nullopt;
     const std::string base = file.substr(0, file.size() - ext.size());
     if (ext != "bin") tools::CopyFileReplacing(file, base + "bin");
-    if (app::Status s = tools::SerzConvert(ctx, base + "bin", base + "xml", tools::SerzDirection::ToXml)) {
+    if (base::Status s = tools::SerzConvert(ctx, base + "bin", base + "xml", tools::SerzDirection::ToXml)) {
         ctx.report(s, kModule);
         return std::nullopt;
     }

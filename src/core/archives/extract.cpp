@@ -18,23 +18,23 @@ bool Exists(const std::string& systemPath) {
 }
 
 // Writes one entry to `destination` through a scratch file beside it.
-app::Status WriteEntry(const ZipArchive& archive, const ArchiveEntry& entry, const std::string& destination) {
+base::Status WriteEntry(const ZipArchive& archive, const ArchiveEntry& entry, const std::string& destination) {
     const fs::path finalPath = tools::HostPath(destination);
     fs::path scratch = finalPath;
     scratch += ".ferrolund-part";
     std::FILE* out = std::fopen(scratch.c_str(), "wb");
-    if (!out) return app::err::PathFileAccess(destination);
+    if (!out) return base::err::PathFileAccess(destination);
     std::vector<char> buffer(1 << 16);
     std::setvbuf(out, buffer.data(), _IOFBF, buffer.size());
-    app::Status status = archive.read(entry.index, [&](const char* data, std::size_t length) -> app::Status {
-        if (std::fwrite(data, 1, length, out) != length) return app::err::PathFileAccess(destination);
+    base::Status status = archive.read(entry.index, [&](const char* data, std::size_t length) -> base::Status {
+        if (std::fwrite(data, 1, length, out) != length) return base::err::PathFileAccess(destination);
         return {};
     });
-    if (std::fclose(out) != 0 && !status) status = app::err::PathFileAccess(destination);
+    if (std::fclose(out) != 0 && !status) status = base::err::PathFileAccess(destination);
     std::error_code ec;
     if (!status) {
         fs::rename(scratch, finalPath, ec);
-        if (ec) status = app::err::PathFileAccess(destination);
+        if (ec) status = base::err::PathFileAccess(destination);
     }
     if (status) fs::remove(scratch, ec);
     tools::ForgetPath(destination);
@@ -61,13 +61,13 @@ std::vector<std::size_t> AllIndices(const ZipArchive& archive) {
     return all;
 }
 
-ExtractOutcome ExtractEntries(app::AppContext& ctx, const ZipArchive& archive, const std::vector<std::size_t>& indices,
+ExtractOutcome ExtractEntries(base::RunContext& ctx, const ZipArchive& archive, const std::vector<std::size_t>& indices,
                               const ExtractOptions& options) {
     ExtractOutcome outcome;
     std::string target = options.target;
     while (target.size() > 1 && (target.back() == '\\' || target.back() == '/')) target.pop_back();
     if (!tools::CreatePath(target)) {
-        outcome.errors.push_back(app::err::PathNotFound(target));
+        outcome.errors.push_back(base::err::PathNotFound(target));
         return outcome;
     }
     std::size_t done = 0;
@@ -90,7 +90,7 @@ ExtractOutcome ExtractEntries(app::AppContext& ctx, const ZipArchive& archive, c
         }
         if (entry.isFolder) {
             if (options.fullPaths && !tools::CreatePath(target + "\\" + relative)) {
-                outcome.errors.push_back(app::err::PathNotFound(target + "\\" + relative));
+                outcome.errors.push_back(base::err::PathNotFound(target + "\\" + relative));
             }
             continue;
         }
@@ -99,7 +99,7 @@ ExtractOutcome ExtractEntries(app::AppContext& ctx, const ZipArchive& archive, c
         std::string destination = target + "\\" + placed;
         const std::string folder = destination.substr(0, destination.rfind('\\'));
         if (!tools::CreatePath(folder)) {
-            outcome.errors.push_back(app::err::PathNotFound(folder));
+            outcome.errors.push_back(base::err::PathNotFound(folder));
             continue;
         }
         if (Exists(destination)) {
@@ -112,7 +112,7 @@ ExtractOutcome ExtractEntries(app::AppContext& ctx, const ZipArchive& archive, c
             case Overwrite::RenameNew: destination = NumberedName(destination); break;
             case Overwrite::Ask:
                 if (!ctx.ui || ctx.ui->ask("Would you like to replace the existing file:\r\n" + destination,
-                                           app::Buttons::YesNo, app::Icon::Question) != app::Answer::Yes) {
+                                           base::Buttons::YesNo, base::Icon::Question) != base::Answer::Yes) {
                     ++outcome.skipped;
                     continue;
                 }
@@ -123,14 +123,14 @@ ExtractOutcome ExtractEntries(app::AppContext& ctx, const ZipArchive& archive, c
                 tools::ForgetPath(destination);
                 tools::ForgetPath(moved);
                 if (ec) {
-                    outcome.errors.push_back(app::err::PathFileAccess(destination));
+                    outcome.errors.push_back(base::err::PathFileAccess(destination));
                     continue;
                 }
                 break;
             }
             }
         }
-        if (app::Status status = WriteEntry(archive, entry, destination)) {
+        if (base::Status status = WriteEntry(archive, entry, destination)) {
             outcome.errors.push_back(*status);
         } else {
             ++outcome.written;

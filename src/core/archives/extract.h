@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/app_context.h"
+#include "base/run_context.h"
 #include "archives/zip_archive.h"
 
 namespace ferrolund::archives {
@@ -34,13 +34,13 @@ struct ExtractOutcome {
     long written = 0;
     long skipped = 0;
     std::vector<std::string> refused;  // stored names that would climb out of the target
-    std::vector<app::RunError> errors; // entries that could not be read or written
+    std::vector<base::RunError> errors; // entries that could not be read or written
     bool aborted = false;              // AbortFlag was set between two entries
 };
 
 // Unpacks the entries with these indices (all entries when `indices` is empty is NOT
 // implied: pass them). Between entries events are let through and AbortFlag is tested.
-ExtractOutcome ExtractEntries(app::AppContext& ctx, const ZipArchive& archive, const std::vector<std::size_t>& indices,
+ExtractOutcome ExtractEntries(base::RunContext& ctx, const ZipArchive& archive, const std::vector<std::size_t>& indices,
                               const ExtractOptions& options);
 
 // Every index of the archive, for "Extract All".

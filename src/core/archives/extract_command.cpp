@@ -7,7 +7,7 @@ namespace ferrolund::archives {
 bool NeedOpenArchive(app::AppContext& ctx, bool open, const std::string& whatLine) {
     if (open) return true;
     if (ctx.ui) {
-        ctx.ui->message("You must Open an Archive before you can\r\n            " + whatLine, app::Icon::Critical,
+        ctx.ui->message("You must Open an Archive before you can\r\n            " + whatLine, base::Icon::Critical,
                         "Error");
     }
     return false;
@@ -17,7 +17,7 @@ bool RunExtractCommand(app::AppContext& ctx, const ZipArchive& archive, const Ex
                        std::string& destinationFolder, const std::string& module) {
     if (!NeedOpenArchive(ctx, archive.isOpen(), "Extract anything from it!")) return false;
     if (request.selectedOnly && request.selected.empty()) {
-        if (ctx.ui) ctx.ui->message("You have not selected any items to unpack", app::Icon::Exclamation);
+        if (ctx.ui) ctx.ui->message("You have not selected any items to unpack", base::Icon::Exclamation);
         return false;
     }
     std::string folder;
@@ -38,7 +38,7 @@ bool RunExtractCommand(app::AppContext& ctx, const ZipArchive& archive, const Ex
                        {.target = folder, .fullPaths = request.fullPaths});
     if (ctx.ui) ctx.ui->busy(false);
     for (const auto& name : out.refused) {
-        ctx.report({app::err::kPathFileAccess,
+        ctx.report({base::err::kPathFileAccess,
                     "The entry " + name + " names a place outside " + folder + " and was not unpacked"},
                    module);
     }

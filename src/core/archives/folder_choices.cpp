@@ -41,11 +41,11 @@ long DeleteSelectedFiles(app::AppContext& ctx, const std::string& folder, const 
     long deleted = 0;
     for (const auto& file : files) {
         if (folder.empty() || !IsBelow(folder, file)) {
-            ctx.report({app::err::kPathFileAccess, file + " is not in " + folder + " and was not deleted"},
+            ctx.report({base::err::kPathFileAccess, file + " is not in " + folder + " and was not deleted"},
                        kTempModule);
             continue;
         }
-        if (app::Status s = tools::DeleteFile(file)) {
+        if (base::Status s = tools::DeleteFile(file)) {
             ctx.report(s, kTempModule);
             continue;
         }
@@ -59,7 +59,7 @@ bool ClearFolder(app::AppContext& ctx, const std::string& folder) {
     if (folder.empty()) return false;
     std::error_code ec;
     if (fs::is_directory(tools::HostPath(folder), ec)) {
-        if (app::Status s = tools::DeleteFolderTree(ctx, folder)) {
+        if (base::Status s = tools::DeleteFolderTree(ctx, folder)) {
             ctx.report(s, kTempModule);
         }
         tools::ForgetPath(folder);
@@ -75,13 +75,13 @@ std::optional<std::string> ConfirmUnpackFolder(app::AppContext& ctx, const std::
     std::error_code ec;
     if (fs::is_directory(tools::HostPath(chosen), ec)) {
         if (!ctx.ui) return std::nullopt;
-        const app::Answer a = ctx.ui->ask("A folder with that name already exists. Do you wish to proceed?",
-                                          app::Buttons::YesNo, app::Icon::Question);
-        if (a != app::Answer::Yes) return std::nullopt;
+        const base::Answer a = ctx.ui->ask("A folder with that name already exists. Do you wish to proceed?",
+                                          base::Buttons::YesNo, base::Icon::Question);
+        if (a != base::Answer::Yes) return std::nullopt;
         return chosen;
     }
     if (!tools::CreatePath(chosen)) {
-        ctx.report(app::err::PathFileAccess(chosen), "frmFolder2");
+        ctx.report(base::err::PathFileAccess(chosen), "frmFolder2");
         return std::nullopt;
     }
     return chosen;

@@ -30,11 +30,11 @@ std::string Lines(std::initializer_list<const char*> lines) {
 }
 
 bool Confirm(app::AppContext& ctx, const std::string& text) {
-    return ctx.ui && ctx.ui->ask(text, app::Buttons::OkCancel, app::Icon::Information) == app::Answer::Ok;
+    return ctx.ui && ctx.ui->ask(text, base::Buttons::OkCancel, base::Icon::Information) == base::Answer::Ok;
 }
 
 void Tell(app::AppContext& ctx, const std::string& text) {
-    if (ctx.ui) ctx.ui->message(text, app::Icon::Information);
+    if (ctx.ui) ctx.ui->message(text, base::Icon::Information);
 }
 
 // The folder of an archive: its path up to, without, the last backslash.
@@ -52,7 +52,7 @@ std::string Replace(std::string text, const std::string& marker, const std::stri
 
 }  // namespace
 
-app::Status MakeBatch(app::AppContext& ctx, const std::string& templateName, const std::string& folder,
+base::Status MakeBatch(app::AppContext& ctx, const std::string& templateName, const std::string& folder,
                       const std::string& batchName, tools::BatchOutcome& outcome) {
     const std::string text = Replace(tools::ReadTextFile(ctx.appPath("Templates\\" + templateName)), kTemplateMarker,
                                      folder);
@@ -232,8 +232,8 @@ bool UnpackSelected(app::AppContext& ctx, const std::vector<std::string>& archiv
 }
 
 std::optional<std::string> ListArchive(app::AppContext& ctx, const std::string& archive) {
-    if (!ctx.ui || ctx.ui->ask("This will list all files in the selected .ap file.", app::Buttons::OkCancel,
-                               app::Icon::Information) != app::Answer::Ok) {
+    if (!ctx.ui || ctx.ui->ask("This will list all files in the selected .ap file.", base::Buttons::OkCancel,
+                               base::Icon::Information) != base::Answer::Ok) {
         return std::nullopt;
     }
     tools::CreatePath(ctx.appPath("Tempfiles"));

@@ -18,7 +18,7 @@ inline constexpr const char* kTemplateMarker = "aaaaa";
 // Reads Templates\<templateName>, replaces every marker by `folder`, writes the text to
 // AppRoot\<batchName> and runs it with AppRoot as the working folder. A missing template
 // gives an empty batch, which WriteTextFile warns about; the run then does nothing.
-app::Status MakeBatch(app::AppContext& ctx, const std::string& templateName, const std::string& folder,
+base::Status MakeBatch(app::AppContext& ctx, const std::string& templateName, const std::string& folder,
                       const std::string& batchName, tools::BatchOutcome& outcome);
 
 // The commands that run one template over the whole installation.

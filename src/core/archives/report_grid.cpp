@@ -185,7 +185,7 @@ std::vector<std::size_t> ReportGrid::mainContentRows() const {
 
 void ReportGrid::clear() { setRows({}); }
 
-app::Status ReportGrid::saveBatch(const std::string& path) const {
+base::Status ReportGrid::saveBatch(const std::string& path) const {
     std::string text;
     for (std::size_t i = 0; i < table.rows.size(); ++i) {
         if (i) text += "\r\n";

@@ -72,10 +72,10 @@ public:
     // "Clear Grid": the heading row alone.
     void clear();
 
-    app::Status save(const std::string& path) const { return services::SaveReportTable(path, table); }
+    base::Status save(const std::string& path) const { return services::SaveReportTable(path, table); }
     // The grid saved as a batch file: the first column of each row, a line each (a row
     // the caller meant for deletion already begins with "DEL ").
-    app::Status saveBatch(const std::string& path) const;
+    base::Status saveBatch(const std::string& path) const;
     // "Load CSV file": the file's rows replace the grid's.
     void loadCsv(const std::string& text);
     // A table read from a file replaces the grid's rows; its heading row, when it has one,

@@ -19,8 +19,8 @@ namespace {
 // The longest central directory this program takes into memory.
 constexpr std::uint64_t kMaxDirectory = 512ull << 20;
 
-app::RunError NotSplit(const std::string& path, const std::string& why) {
-    return {app::err::kPathFileAccess, "The parts of " + path + " do not make an archive: " + why};
+base::RunError NotSplit(const std::string& path, const std::string& why) {
+    return {base::err::kPathFileAccess, "The parts of " + path + " do not make an archive: " + why};
 }
 
 struct PartFiles {
@@ -218,7 +218,7 @@ zip_int64_t Callback(void* state, void* data, zip_uint64_t length, zip_source_cm
 
 }  // namespace
 
-zip_source_t* OpenSplitSource(const std::vector<std::string>& parts, app::Status& error) {
+zip_source_t* OpenSplitSource(const std::vector<std::string>& parts, base::Status& error) {
     const std::string& name = parts.back();
     auto state = std::make_unique<SplitState>();
     zip_error_init(&state->error);
@@ -229,7 +229,7 @@ zip_source_t* OpenSplitSource(const std::vector<std::string>& parts, app::Status
         fs::path host = tools::HostPath(part);
         const auto size = fs::file_size(host, ec);
         if (ec) {
-            error = app::err::FileNotFound(part);
+            error = base::err::FileNotFound(part);
             return nullptr;
         }
         files.files.push_back(host);

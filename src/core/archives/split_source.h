@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 
 namespace ferrolund::archives {
 
 // A libzip source over the parts (system paths, first part first, the .zip last), or
 // null with `error` set when the parts do not make a split archive.
-zip_source_t* OpenSplitSource(const std::vector<std::string>& parts, app::Status& error);
+zip_source_t* OpenSplitSource(const std::vector<std::string>& parts, base::Status& error);
 
 }  // namespace ferrolund::archives

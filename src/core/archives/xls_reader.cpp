@@ -68,13 +68,13 @@ bool Biff8Text(std::string_view data, std::size_t at, std::size_t count, std::st
     return true;
 }
 
-app::RunError Broken(const std::string& why) {
-    return {app::err::kTypeMismatch, "The file is not a worksheet that can be read: " + why};
+base::RunError Broken(const std::string& why) {
+    return {base::err::kTypeMismatch, "The file is not a worksheet that can be read: " + why};
 }
 
 }  // namespace
 
-std::variant<services::ReportTable, app::RunError> ParseXls(std::string_view bytes) {
+std::variant<services::ReportTable, base::RunError> ParseXls(std::string_view bytes) {
     if (bytes.size() >= 4 && static_cast<unsigned char>(bytes[0]) == 0xd0 &&
         static_cast<unsigned char>(bytes[1]) == 0xcf && static_cast<unsigned char>(bytes[2]) == 0x11 &&
         static_cast<unsigned char>(bytes[3]) == 0xe0) {

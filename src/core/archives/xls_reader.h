@@ -8,12 +8,12 @@
 #include <string_view>
 #include <variant>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 #include "services/report_table.h"
 
 namespace ferrolund::archives {
 
 // The first row becomes the heading row, as for comma text.
-std::variant<services::ReportTable, app::RunError> ParseXls(std::string_view bytes);
+std::variant<services::ReportTable, base::RunError> ParseXls(std::string_view bytes);
 
 }  // namespace ferrolund::archives

@@ -18,14 +18,14 @@ namespace {
 
 constexpr std::size_t kPiece = 256 * 1024;
 
-app::RunError ZipError(const std::string& path, zip_error_t* error) {
-    return {app::err::kPathFileAccess, "The archive " + path + " cannot be read: " + zip_error_strerror(error)};
+base::RunError ZipError(const std::string& path, zip_error_t* error) {
+    return {base::err::kPathFileAccess, "The archive " + path + " cannot be read: " + zip_error_strerror(error)};
 }
 
-app::RunError ZipError(const std::string& path, int code) {
+base::RunError ZipError(const std::string& path, int code) {
     zip_error_t error;
     zip_error_init_with_code(&error, code);
-    app::RunError result = ZipError(path, &error);
+    base::RunError result = ZipError(path, &error);
     zip_error_fini(&error);
     return result;
 }
@@ -112,18 +112,18 @@ void ZipArchive::close() {
     entries_.clear();
 }
 
-app::Status ZipArchive::open(const std::string& path) {
+base::Status ZipArchive::open(const std::string& path) {
     close();
     std::vector<std::string> parts = EarlierParts(path);
     parts.push_back(path);
     auto impl = std::make_unique<Impl>();
     if (parts.size() == 1) {
-        if (!tools::FileExists(path)) return app::err::FileNotFound(path);
+        if (!tools::FileExists(path)) return base::err::FileNotFound(path);
         int code = 0;
         impl->zip = zip_open(tools::HostPath(path).c_str(), ZIP_RDONLY, &code);
         if (!impl->zip) return ZipError(path, code);
     } else {
-        app::Status error;
+        base::Status error;
         zip_source_t* source = OpenSplitSource(parts, error);
         if (!source) return error;
         zip_error_t zerr;
@@ -131,7 +131,7 @@ app::Status ZipArchive::open(const std::string& path) {
         impl->zip = zip_open_from_source(source, ZIP_RDONLY, &zerr);
         if (!impl->zip) {
             zip_source_free(source);
-            app::RunError result = ZipError(path, &zerr);
+            base::RunError result = ZipError(path, &zerr);
             zip_error_fini(&zerr);
             return result;
         }
@@ -173,11 +173,11 @@ app::Status ZipArchive::open(const std::string& path) {
 
 namespace {
 
-app::Status Stream(zip_t* zip, const std::string& path, std::size_t index, zip_flags_t flags, const ByteSink& sink) {
+base::Status Stream(zip_t* zip, const std::string& path, std::size_t index, zip_flags_t flags, const ByteSink& sink) {
     zip_file_t* file = zip_fopen_index(zip, index, flags);
     if (!file) return ZipError(path, zip_get_error(zip));
     std::vector<char> piece(kPiece);
-    app::Status result;
+    base::Status result;
     while (true) {
         const zip_int64_t got = zip_fread(file, piece.data(), piece.size());
         if (got < 0) {
@@ -194,13 +194,13 @@ app::Status Stream(zip_t* zip, const std::string& path, std::size_t index, zip_f
 
 }  // namespace
 
-app::Status ZipArchive::read(std::size_t index, const ByteSink& sink) const {
-    if (!isOpen() || index >= entries_.size()) return app::err::SubscriptOutOfRange();
+base::Status ZipArchive::read(std::size_t index, const ByteSink& sink) const {
+    if (!isOpen() || index >= entries_.size()) return base::err::SubscriptOutOfRange();
     return Stream(impl_->zip, path_, index, 0, sink);
 }
 
-app::Status ZipArchive::readRaw(std::size_t index, const ByteSink& sink) const {
-    if (!isOpen() || index >= entries_.size()) return app::err::SubscriptOutOfRange();
+base::Status ZipArchive::readRaw(std::size_t index, const ByteSink& sink) const {
+    if (!isOpen() || index >= entries_.size()) return base::err::SubscriptOutOfRange();
     return Stream(impl_->zip, path_, index, ZIP_FL_COMPRESSED, sink);
 }
 

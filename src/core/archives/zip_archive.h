@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 
 namespace ferrolund::archives {
 
@@ -36,7 +36,7 @@ std::string CompressionName(std::uint16_t method);
 std::string FormatEntryTime(std::time_t when);
 
 // Receives the bytes of an entry piece by piece; an error stops the reading.
-using ByteSink = std::function<app::Status(const char* data, std::size_t length)>;
+using ByteSink = std::function<base::Status(const char* data, std::size_t length)>;
 
 class ZipArchive {
 public:
@@ -48,7 +48,7 @@ public:
     // Reads the central directory. `path` is a system path; a split set is found from its
     // last part (.zip, or any name whose earlier parts stand beside it as .z01 ... or
     // .001 ...). An open archive is closed first.
-    app::Status open(const std::string& path);
+    base::Status open(const std::string& path);
     void close();
     bool isOpen() const;
     const std::string& path() const { return path_; }
@@ -57,10 +57,10 @@ public:
     const std::vector<ArchiveEntry>& entries() const { return entries_; }
 
     // Streams the entry's uncompressed bytes into `sink`; the checksum is tested at the end.
-    app::Status read(std::size_t index, const ByteSink& sink) const;
+    base::Status read(std::size_t index, const ByteSink& sink) const;
     // Streams the entry's bytes as stored (still compressed), for copying into another
     // archive without unpacking.
-    app::Status readRaw(std::size_t index, const ByteSink& sink) const;
+    base::Status readRaw(std::size_t index, const ByteSink& sink) const;
 
 private:
     struct Impl;

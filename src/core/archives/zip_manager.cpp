@@ -6,6 +6,7 @@
 #include "archives/extract_command.h"
 #include "archives/zip_writer.h"
 #include "services/scan_path.h"
+#include "tools/text_search.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
@@ -48,7 +49,7 @@ bool ZipManager::createArchive(app::AppContext& ctx, const std::string& path, st
 bool ZipManager::openArchive(app::AppContext& ctx, const std::string& path) {
     closeArchive();
     if (path.empty()) return false;
-    if (app::Status s = archive_.open(path)) {
+    if (base::Status s = archive_.open(path)) {
         ctx.report(s, kModule);
         return false;
     }
@@ -89,7 +90,7 @@ bool ZipManager::process(app::AppContext& ctx, const std::string& folder, bool m
         if (ctx.ui) {
             ctx.ui->message("You have selected 'Produce multiple Zips', but have not entered a\r\n"
                             "                     file size. Please do so, then try again.",
-                            app::Icon::Exclamation);
+                            base::Icon::Exclamation);
         }
         return false;
     }
@@ -114,7 +115,7 @@ std::vector<ZipManager::Addition> ZipManager::FolderFiles(const std::string& fol
     for (fs::recursive_directory_iterator it(root, ec), end; !ec && it != end; it.increment(ec)) {
         if (!it->is_regular_file(ec)) continue;
         const std::string name = tools::SystemPath(it->path().filename());
-        if (!mask.empty() && !services::WildcardMatch(mask, tools::UpperCp1252(name))) continue;
+        if (!mask.empty() && !tools::WildcardMatch(mask, tools::UpperCp1252(name))) continue;
         if (std::find(skipped.begin(), skipped.end(), fs::weakly_canonical(it->path(), ec)) != skipped.end()) continue;
         std::string stored = tools::SystemPath(it->path().lexically_relative(root));
         std::replace(stored.begin(), stored.end(), '/', '\\');
@@ -128,7 +129,7 @@ bool ZipManager::rewrite(app::AppContext& ctx, const std::string& path, const st
                          bool keepOld) {
     ctx.abortFlag = false;
     ZipWriter writer;
-    if (app::Status s = writer.create(path, {.level = compressionLevel, .partSize = partSize_})) {
+    if (base::Status s = writer.create(path, {.level = compressionLevel, .partSize = partSize_})) {
         ctx.report(s, kModule);
         return false;
     }
@@ -150,7 +151,7 @@ bool ZipManager::rewrite(app::AppContext& ctx, const std::string& path, const st
             if (std::find(replaced.begin(), replaced.end(), tools::UpperCp1252(entry.stored)) != replaced.end()) {
                 continue;
             }
-            if (app::Status s = writer.addRaw(archive_, entry)) {
+            if (base::Status s = writer.addRaw(archive_, entry)) {
                 ctx.report(s, kModule);
                 return false;
             }
@@ -158,20 +159,20 @@ bool ZipManager::rewrite(app::AppContext& ctx, const std::string& path, const st
         }
     }
     for (const auto& a : additions) {
-        if (app::Status s = writer.addFile(a.source, a.stored)) {
+        if (base::Status s = writer.addFile(a.source, a.stored)) {
             ctx.report(s, kModule);
             continue;
         }
         if (!step(a.stored)) return false;
     }
     archive_.close();
-    if (app::Status s = writer.finish()) {
+    if (base::Status s = writer.finish()) {
         ctx.report(s, kModule);
         if (keepOld) archive_.open(path);  // the old archive is still there
         return false;
     }
     if (ctx.ui) ctx.ui->progress(0, {});
-    if (app::Status s = archive_.open(writer.parts().back())) {
+    if (base::Status s = archive_.open(writer.parts().back())) {
         ctx.report(s, kModule);
         return false;
     }

@@ -57,7 +57,7 @@ void ZipName(const std::string& stored, Record& r) {
     if (!ascii) r.flags |= kUtf8Flag;
 }
 
-app::RunError WriteFailed(const std::string& path) { return app::err::PathFileAccess(path); }
+base::RunError WriteFailed(const std::string& path) { return base::err::PathFileAccess(path); }
 
 }  // namespace
 
@@ -81,7 +81,7 @@ struct ZipWriter::Impl {
     }
     std::uint32_t disk() const { return static_cast<std::uint32_t>(scratch.size() - 1); }
 
-    app::Status newPart() {
+    base::Status newPart() {
         if (out && std::fclose(out) != 0) return WriteFailed(path);
         fs::path next = tools::HostPath(path);
         next += ".ferrolund-part" + std::to_string(scratch.size() + 1);
@@ -92,11 +92,11 @@ struct ZipWriter::Impl {
         return {};
     }
     // Bytes that may run on into the next part.
-    app::Status write(const char* data, std::size_t length) {
+    base::Status write(const char* data, std::size_t length) {
         while (length > 0) {
             std::uint64_t room = options.partSize ? options.partSize - inPart : length;
             if (room == 0) {
-                if (app::Status s = newPart()) return s;
+                if (base::Status s = newPart()) return s;
                 room = options.partSize;
             }
             const std::size_t now = static_cast<std::size_t>(std::min<std::uint64_t>(room, length));
@@ -108,9 +108,9 @@ struct ZipWriter::Impl {
         return {};
     }
     // A record that must stand whole in one part.
-    app::Status writeWhole(const std::string& bytes) {
+    base::Status writeWhole(const std::string& bytes) {
         if (options.partSize && inPart + bytes.size() > options.partSize) {
-            if (app::Status s = newPart()) return s;
+            if (base::Status s = newPart()) return s;
         }
         return write(bytes.data(), bytes.size());
     }
@@ -139,10 +139,10 @@ struct ZipWriter::Impl {
     }
 
     // Starts a record: the local header goes where the next whole record fits.
-    app::Status begin(Record& r, bool zip64, bool descriptor) {
+    base::Status begin(Record& r, bool zip64, bool descriptor) {
         const std::string header = localHeader(r, zip64, descriptor);
         if (options.partSize && inPart + header.size() > options.partSize) {
-            if (app::Status s = newPart()) return s;
+            if (base::Status s = newPart()) return s;
         }
         r.disk = disk();
         r.offset = inPart;
@@ -155,7 +155,7 @@ ZipWriter::~ZipWriter() { abandon(); }
 
 void ZipWriter::abandon() { impl_.reset(); }
 
-app::Status ZipWriter::create(const std::string& path, const ZipWriterOptions& options) {
+base::Status ZipWriter::create(const std::string& path, const ZipWriterOptions& options) {
     impl_ = std::make_unique<Impl>();
     finalParts_.clear();
     impl_->path = path;
@@ -163,8 +163,8 @@ app::Status ZipWriter::create(const std::string& path, const ZipWriterOptions& o
     impl_->options.level = std::clamp(options.level, 0, 9);
     if (options.partSize && options.partSize < 65536) impl_->options.partSize = 65536;
     const std::size_t cut = path.find_last_of("\\/");
-    if (cut != std::string::npos && !tools::CreatePath(path.substr(0, cut))) return app::err::PathNotFound(path);
-    if (app::Status s = impl_->newPart()) return s;
+    if (cut != std::string::npos && !tools::CreatePath(path.substr(0, cut))) return base::err::PathNotFound(path);
+    if (base::Status s = impl_->newPart()) return s;
     if (impl_->options.partSize) {
         std::string mark;
         Put32(mark, kDataDescriptor);
@@ -173,24 +173,24 @@ app::Status ZipWriter::create(const std::string& path, const ZipWriterOptions& o
     return {};
 }
 
-app::Status ZipWriter::addFolder(const std::string& stored) {
-    if (!impl_) return app::err::SubscriptOutOfRange();
+base::Status ZipWriter::addFolder(const std::string& stored) {
+    if (!impl_) return base::err::SubscriptOutOfRange();
     Record r;
     ZipName(stored.empty() || stored.back() == '\\' ? stored : stored + "\\", r);
     DosTime(std::time(nullptr), r.time, r.date);
     r.external = 0x10;
-    if (app::Status s = impl_->begin(r, false, false)) return s;
+    if (base::Status s = impl_->begin(r, false, false)) return s;
     impl_->records.push_back(r);
     return {};
 }
 
-app::Status ZipWriter::addFile(const std::string& source, const std::string& stored) {
-    if (!impl_) return app::err::SubscriptOutOfRange();
+base::Status ZipWriter::addFile(const std::string& source, const std::string& stored) {
+    if (!impl_) return base::err::SubscriptOutOfRange();
     Impl& w = *impl_;
     const fs::path host = tools::HostPath(source);
     struct stat info{};
     std::FILE* in = ::stat(host.c_str(), &info) == 0 ? std::fopen(host.c_str(), "rb") : nullptr;
-    if (!in) return app::err::FileNotFound(source);
+    if (!in) return base::err::FileNotFound(source);
     Record r;
     ZipName(stored, r);
     DosTime(info.st_mtime, r.time, r.date);
@@ -198,7 +198,7 @@ app::Status ZipWriter::addFile(const std::string& source, const std::string& sto
     r.method = w.options.level == 0 ? 0 : 8;
     r.external = (static_cast<std::uint32_t>(info.st_mode & 0777) | 0100000u) << 16;
     const bool zip64 = static_cast<std::uint64_t>(info.st_size) >= kMax32 - (1u << 20);
-    app::Status status = w.begin(r, zip64, true);
+    base::Status status = w.begin(r, zip64, true);
     z_stream z{};
     const bool deflating = r.method == 8;
     if (!status && deflating && deflateInit2(&z, w.options.level, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY) != Z_OK) {
@@ -210,7 +210,7 @@ app::Status ZipWriter::addFile(const std::string& source, const std::string& sto
     while (more) {
         const std::size_t got = std::fread(piece.data(), 1, piece.size(), in);
         if (got < piece.size() && std::ferror(in)) {
-            status = app::err::PathFileAccess(source);
+            status = base::err::PathFileAccess(source);
             break;
         }
         more = got == piece.size();
@@ -250,13 +250,13 @@ app::Status ZipWriter::addFile(const std::string& source, const std::string& sto
         Put32(descriptor, static_cast<std::uint32_t>(r.compressed));
         Put32(descriptor, static_cast<std::uint32_t>(r.size));
     }
-    if (app::Status s = w.writeWhole(descriptor)) return s;
+    if (base::Status s = w.writeWhole(descriptor)) return s;
     w.records.push_back(r);
     return {};
 }
 
-app::Status ZipWriter::addRaw(const ZipArchive& from, const ArchiveEntry& entry) {
-    if (!impl_) return app::err::SubscriptOutOfRange();
+base::Status ZipWriter::addRaw(const ZipArchive& from, const ArchiveEntry& entry) {
+    if (!impl_) return base::err::SubscriptOutOfRange();
     Impl& w = *impl_;
     if (entry.isFolder) return addFolder(entry.stored);
     Record r;
@@ -268,21 +268,21 @@ app::Status ZipWriter::addRaw(const ZipArchive& from, const ArchiveEntry& entry)
     r.compressed = entry.compressedSize;
     r.external = 0100644u << 16;
     const bool zip64 = r.size >= kMax32 || r.compressed >= kMax32;
-    if (app::Status s = w.begin(r, zip64, false)) return s;
+    if (base::Status s = w.begin(r, zip64, false)) return s;
     std::uint64_t copied = 0;
-    if (app::Status s = from.readRaw(entry.index, [&](const char* data, std::size_t length) {
+    if (base::Status s = from.readRaw(entry.index, [&](const char* data, std::size_t length) {
             copied += length;
             return w.write(data, length);
         })) {
         return s;
     }
-    if (copied != r.compressed) return app::err::InputPastEnd();
+    if (copied != r.compressed) return base::err::InputPastEnd();
     w.records.push_back(r);
     return {};
 }
 
-app::Status ZipWriter::finish() {
-    if (!impl_) return app::err::SubscriptOutOfRange();
+base::Status ZipWriter::finish() {
+    if (!impl_) return base::err::SubscriptOutOfRange();
     Impl& w = *impl_;
     std::uint64_t cdOffset = w.inPart;
     std::uint32_t cdStartDisk = w.disk();
@@ -323,7 +323,7 @@ app::Status ZipWriter::finish() {
         h += r.name;
         h += extra;
         if (w.options.partSize && w.inPart + h.size() > w.options.partSize) {
-            if (app::Status s = w.newPart()) return s;
+            if (base::Status s = w.newPart()) return s;
             onLastDisk = 0;
         }
         if (first) {
@@ -331,7 +331,7 @@ app::Status ZipWriter::finish() {
             cdStartDisk = w.disk();
             first = false;
         }
-        if (app::Status s = w.write(h.data(), h.size())) return s;
+        if (base::Status s = w.write(h.data(), h.size())) return s;
         cdSize += h.size();
         ++onLastDisk;
     }
@@ -339,7 +339,7 @@ app::Status ZipWriter::finish() {
     const bool zip64 = count >= 0xffff || cdSize >= kMax32 || cdOffset >= kMax32 || w.disk() + 1 >= 0xffff;
     const std::size_t endLength = 22 + (zip64 ? 56 + 20 : 0);
     if (w.options.partSize && w.inPart + endLength > w.options.partSize) {
-        if (app::Status s = w.newPart()) return s;
+        if (base::Status s = w.newPart()) return s;
         onLastDisk = 0;
     }
     const std::uint32_t lastDisk = w.disk();
@@ -369,7 +369,7 @@ app::Status ZipWriter::finish() {
     Put32(end, static_cast<std::uint32_t>(std::min<std::uint64_t>(cdSize, kMax32)));
     Put32(end, static_cast<std::uint32_t>(std::min<std::uint64_t>(cdOffset, kMax32)));
     Put16(end, 0);
-    if (app::Status s = w.write(end.data(), end.size())) return s;
+    if (base::Status s = w.write(end.data(), end.size())) return s;
     if (std::fclose(w.out) != 0) {
         w.out = nullptr;
         return WriteFailed(w.path);

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 #include "archives/zip_archive.h"
 
 namespace ferrolund::archives {
@@ -28,16 +28,16 @@ public:
     ZipWriter& operator=(const ZipWriter&) = delete;
 
     // `path` is the system path of the archive (the last part of a split set).
-    app::Status create(const std::string& path, const ZipWriterOptions& options);
+    base::Status create(const std::string& path, const ZipWriterOptions& options);
     // Adds a file from disk under `stored` (backslashes, Windows-1252).
-    app::Status addFile(const std::string& source, const std::string& stored);
+    base::Status addFile(const std::string& source, const std::string& stored);
     // Adds a folder entry ("name\").
-    app::Status addFolder(const std::string& stored);
+    base::Status addFolder(const std::string& stored);
     // Copies an entry of another archive as it is stored, without unpacking it.
-    app::Status addRaw(const ZipArchive& from, const ArchiveEntry& entry);
+    base::Status addRaw(const ZipArchive& from, const ArchiveEntry& entry);
     // Writes the central directory and puts the parts in place, replacing older files of
     // those names (and removing stale later parts of an older set).
-    app::Status finish();
+    base::Status finish();
     // Removes what was written.
     void abandon();
 

@@ -55,8 +55,8 @@ std::string AskForGameFile(app::AppContext& ctx) {
         const auto chosen = ctx.ui->chooseOpenFile(kOpenTitle, kOpenFilter, ctx.gameRoot());
         if (!chosen || chosen->empty()) return {};
         if (tools::FileExists(*chosen)) return *chosen;
-        if (ctx.ui->ask("The file selected does not exist?", app::Buttons::RetryCancel, app::Icon::Exclamation) !=
-            app::Answer::Retry) {
+        if (ctx.ui->ask("The file selected does not exist?", base::Buttons::RetryCancel, base::Icon::Exclamation) !=
+            base::Answer::Retry) {
             return {};
         }
     }
@@ -67,7 +67,7 @@ std::string AskForGameFile(app::AppContext& ctx) {
 // the text in the pane. Gives the scratch base.
 std::string LoadBinaryInto(app::AppContext& ctx, DocumentWindow& window, Pane pane, const std::string& path) {
     const std::string strBin = ctx.appPath("TempFiles\\" + SplitDocumentName(path).baseName);
-    const app::Status converted = ConvertScratchCopy(ctx, path, strBin, kModule);
+    const base::Status converted = ConvertScratchCopy(ctx, path, strBin, kModule);
     window.setPaneText(pane, tools::ReadTextFile(strBin + "xml"));
     // The pane stays empty when the conversion failed; the status line says why.
     Status(ctx, kProgressPanel, converted ? converted->description : "File Loaded: " + Now(ctx));
@@ -82,9 +82,9 @@ void EnableForBinary(DocumentWindow& window, bool binary) {
 
 }  // namespace
 
-app::Status ConvertScratchCopy(app::AppContext& ctx, const std::string& path, const std::string& strBin,
+base::Status ConvertScratchCopy(app::AppContext& ctx, const std::string& path, const std::string& strBin,
                                const std::string& module) {
-    if (app::Status copied = tools::CopyFileReplacing(path, strBin + "bin")) {
+    if (base::Status copied = tools::CopyFileReplacing(path, strBin + "bin")) {
         ctx.report(*copied, module);
         return copied;
     }
@@ -97,7 +97,7 @@ std::string RecompileText(app::AppContext& ctx, const std::string& xml, const st
     DeleteIfThere(strBin + "bin");
     tools::SerzConvert(ctx, strBin + "xml", strBin + "bin", tools::SerzDirection::ToBinary);
     if (tools::FileLength(strBin + "bin") <= 0) {
-        if (ctx.ui) ctx.ui->message(kRecompressFailed, app::Icon::Critical);
+        if (ctx.ui) ctx.ui->message(kRecompressFailed, base::Icon::Critical);
         return {};
     }
     if (tools::EqualsIgnoreCase(extension, "bin")) return strBin + "bin";
@@ -109,7 +109,7 @@ std::string RecompileText(app::AppContext& ctx, const std::string& xml, const st
     tools::ForgetPath(strBin + "bin");
     tools::ForgetPath(own);
     if (ec) {
-        ctx.report(app::err::PathFileAccess(own), module);
+        ctx.report(base::err::PathFileAccess(own), module);
         return {};
     }
     return own;
@@ -194,7 +194,7 @@ void SaveGameFileAs(app::AppContext& ctx, EditorDocument& doc, DocumentWindow& w
     const std::string made = RecompileText(ctx, window.paneText(Pane::Main), doc.strBin, doc.fileExtension, kModule);
     Busy(ctx, false);
     if (made.empty()) return;
-    ctx.ui->message("Your file has been saved as:-\n" + doc.strBin + "bin", app::Icon::Information);
+    ctx.ui->message("Your file has been saved as:-\n" + doc.strBin + "bin", base::Icon::Information);
     doc.savedFlag = true;
 }
 
@@ -234,7 +234,7 @@ void SaveXmlFile(app::AppContext& ctx, DocumentWindow& window, XmlSaveDialog dia
             : ctx.ui->chooseSaveFile("Save KRS format files", "KRS Files (*.xml)|*.xml", ctx.appPath("TempFiles"));
     if (!chosen || chosen->empty()) {
         // A cancelled dialog leaves no name to write to.
-        ctx.report(app::RunError{52, "Bad file name or number"}, kModule);
+        ctx.report(base::RunError{52, "Bad file name or number"}, kModule);
         return;
     }
     tools::WriteTextFile(ctx, *chosen, window.paneText(Pane::Main));

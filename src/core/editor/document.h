@@ -66,7 +66,7 @@ inline constexpr const char* kRecompressFailed =
 
 // Copies the game file to "<strBin>bin" and converts that to "<strBin>xml". A failed
 // copy has been reported; a failed conversion leaves no XML and is given back.
-app::Status ConvertScratchCopy(app::AppContext& ctx, const std::string& path, const std::string& strBin,
+base::Status ConvertScratchCopy(app::AppContext& ctx, const std::string& path, const std::string& strBin,
                                const std::string& module);
 // Writes `xml` to "<strBin>xml" and converts it to "<strBin>bin", renamed to `extension`
 // unless that is "bin". Gives the file made, or empty after telling the user.

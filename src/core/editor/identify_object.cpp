@@ -73,7 +73,7 @@ void IdentifyObject::scanClicked(app::AppContext& ctx, std::string& assetName,
         if (!tools::EqualsIgnoreCase(name, wanted)) return;
         const std::string full = folder + name;
         std::string xml;
-        if (app::Status read = tools::SerzReadXml(ctx, full, xml)) ctx.report(*read, kModule);
+        if (base::Status read = tools::SerzReadXml(ctx, full, xml)) ctx.report(*read, kModule);
         const std::string row = DescribeBlueprint(ctx.gameRoot(), full, xml, ctx.prefs.language).row();
         rows.push_back(row);
         if (onRow) onRow(row);

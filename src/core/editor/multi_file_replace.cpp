@@ -47,7 +47,7 @@ FileOutcome ReplaceInFile(app::AppContext& ctx, const std::string& path, const s
         ctx.report(*backup.error, kModule);
         return FileOutcome::Unchanged;
     }
-    if (app::Status copied = tools::CopyFileReplacing(result, path)) {
+    if (base::Status copied = tools::CopyFileReplacing(result, path)) {
         ctx.report(*copied, kModule);
         return FileOutcome::Unchanged;
     }
@@ -99,11 +99,11 @@ ReplaceInFilesRun ReplaceInFiles(app::AppContext& ctx, const std::vector<std::st
 int SaveSelectedAsXml(app::AppContext& ctx, const std::vector<std::string>& files,
                       const std::function<void(int index, int count, const std::string& path)>& progress) {
     ctx.currentRoutine = "Command9_Click";
-    const app::Answer answer = ctx.ui->ask(
+    const base::Answer answer = ctx.ui->ask(
         "This option will save all selected files in .xml format\n"
         "in Ferrolund\\TempXML existing files in TempXML will be deleted.",
-        app::Buttons::OkCancel, app::Icon::None);
-    if (answer == app::Answer::Cancel) return -1;
+        base::Buttons::OkCancel, base::Icon::None);
+    if (answer == base::Answer::Cancel) return -1;
     std::string folder = ctx.appPath("TempXML");
     std::string probe = folder;
     if (tools::FolderExists(probe)) ctx.report(tools::DeleteFolderTree(ctx, folder), kModule);

@@ -32,9 +32,9 @@ void XmlNodeTree::clear() {
     characters_.clear();
 }
 
-app::Status XmlNodeTree::load(const std::string& xmlPath) { return loadText(tools::ReadTextFile(xmlPath)); }
+base::Status XmlNodeTree::load(const std::string& xmlPath) { return loadText(tools::ReadTextFile(xmlPath)); }
 
-app::Status XmlNodeTree::loadText(const std::string& text) {
+base::Status XmlNodeTree::loadText(const std::string& text) {
     clear();
     if (text.empty()) return std::nullopt;
     const pugi::xml_parse_result result =
@@ -42,7 +42,7 @@ app::Status XmlNodeTree::loadText(const std::string& text) {
     // What was read before a fault stays in the tree.
     index();
     if (result) return std::nullopt;
-    return app::RunError{kInvalidFile, std::string("The XML text could not be read: ") + result.description() +
+    return base::RunError{kInvalidFile, std::string("The XML text could not be read: ") + result.description() +
                                            " at character " + std::to_string(result.offset + 1)};
 }
 
@@ -145,7 +145,7 @@ bool TreeSearch::begin(app::AppContext& ctx, const XmlNodeTree& tree, const std:
     searchText = what;
     found = false;
     if (tree.count() > kTreeSearchLimit) {
-        ctx.ui->message(kTreeTooLong, app::Icon::Exclamation);
+        ctx.ui->message(kTreeTooLong, base::Icon::Exclamation);
         return false;
     }
     return true;
@@ -177,7 +177,7 @@ std::vector<NodeId> TreeSearch::findAll(app::AppContext& ctx, const XmlNodeTree&
          id = next(tree, TreeSearchField::EntryText, id + 1)) {
         hits.push_back(id);
     }
-    if (!found) ctx.ui->message("Not found", app::Icon::None);
+    if (!found) ctx.ui->message("Not found", base::Icon::None);
     return hits;
 }
 
@@ -205,7 +205,7 @@ void XmlTreeEditor::charactersChanged(const std::string& text) {
 
 bool XmlTreeEditor::rename(app::AppContext& ctx, NodeId node, const std::string& newName) {
     if (newName.find(' ') != std::string::npos) {
-        ctx.ui->message("Node names cannot have spaces!", app::Icon::Exclamation, "Invalid character");
+        ctx.ui->message("Node names cannot have spaces!", base::Icon::Exclamation, "Invalid character");
         return false;
     }
     tree.setName(node, newName);

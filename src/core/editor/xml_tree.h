@@ -33,8 +33,8 @@ public:
 
     // Reads the file. An empty or missing file gives an empty tree; a file that is not
     // well formed gives the elements read up to the fault, and the fault as an error.
-    app::Status load(const std::string& xmlPath);
-    app::Status loadText(const std::string& text);
+    base::Status load(const std::string& xmlPath);
+    base::Status loadText(const std::string& text);
     void clear();
 
     std::size_t count() const { return parents_.size(); }

@@ -53,7 +53,7 @@ AssetFolderOutcome MakeAssetFolder(app::AppContext& ctx, const std::string& rout
     if (ctx.ui->ask("Make Asset Folder works from the lists of the route's\nSounds,Textures,GeoShapes and Assets.csv "
                     "files\nFrom the 'Check Route' option, which must have been saved first.\nClick OK if they are "
                     "saved, Cancel if not.",
-                    app::Buttons::OkCancel, app::Icon::Question) != app::Answer::Ok) {
+                    base::Buttons::OkCancel, base::Icon::Question) != base::Answer::Ok) {
         out.cancelled = true;
         return out;
     }
@@ -70,13 +70,13 @@ AssetFolderOutcome MakeAssetFolder(app::AppContext& ctx, const std::string& rout
         ctx.ui->message("No asset to copy was found in the saved lists of " + routeName + ".\nLists looked for:\n" +
                             Joined(out.listsAbsent.empty() ? out.listsRead : out.listsAbsent, "\n") +
                             "\nRun 'Check Route' on this route and let it save its lists first.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return out;
     }
     // Copies of an earlier run are replaced only when the user says so, once for all of them.
     if (std::string existing = out.folder; tools::FolderExists(existing)) {
         if (ctx.ui->ask("The folder " + out.folder + "\nholds copies from an earlier run. Replace them with fresh copies?",
-                        app::Buttons::YesNo, app::Icon::Question) != app::Answer::Yes) {
+                        base::Buttons::YesNo, base::Icon::Question) != base::Answer::Yes) {
             out.cancelled = true;
             return out;
         }
@@ -85,11 +85,11 @@ AssetFolderOutcome MakeAssetFolder(app::AppContext& ctx, const std::string& rout
     const std::string temp = ctx.appPath("TempFiles");
     tools::CreatePath(temp);
     out.batchFile = temp + "\\AssetFolder.bat";
-    if (app::Status failed = tools::WriteBatch(out.batchFile, Joined(lines, "\r\n"))) ctx.report(*failed, "frmDelRoute");
+    if (base::Status failed = tools::WriteBatch(out.batchFile, Joined(lines, "\r\n"))) ctx.report(*failed, "frmDelRoute");
     tools::ForgetPath(out.batchFile);
     if (!tools::CreatePath(out.folder)) {
         ctx.ui->message("The folder " + out.folder + " could not be made, so no asset was copied.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return out;
     }
     for (std::size_t i = 0; i < lines.size() && !out.batch.aborted; ++i) {
@@ -109,8 +109,8 @@ AssetFolderOutcome MakeAssetFolder(app::AppContext& ctx, const std::string& rout
                                                out.folder
                                          : "The assets used by " + routeName + " have been copied into\n" + out.folder;
     if (!out.listsAbsent.empty()) text += "\n\nThese lists were not found:\n" + Joined(out.listsAbsent, "\n");
-    if (const app::Status errors = tools::BatchErrors(out.batch)) text += "\n\n" + errors->description;
-    ctx.ui->message(text, out.batch.errors.empty() ? app::Icon::Information : app::Icon::Exclamation);
+    if (const base::Status errors = tools::BatchErrors(out.batch)) text += "\n\n" + errors->description;
+    ctx.ui->message(text, out.batch.errors.empty() ? base::Icon::Information : base::Icon::Exclamation);
     return out;
 }
 

@@ -152,7 +152,7 @@ LocationOutcome ShowAssetLocations(app::AppContext& ctx, const CheckedRoute& rou
     if (!std::filesystem::is_directory(tools::HostPath(scenery)) || ListTiles(ctx, scenery).empty()) {
         ctx.ui->message("There is no 'Scenery' folder for this " + route.name +
                             ", must assume\nit is held in an .ap folder and can't be checked here.",
-                        app::Icon::Information);
+                        base::Icon::Information);
         out.stopped = true;
         return out;
     }

@@ -41,7 +41,7 @@ std::optional<std::vector<ProviderProduct>> ProvidersOfRoute(app::AppContext& ct
     if (!tools::FileExists(file)) {
         ctx.ui->message("There is no RouteProperties.xml file for this route\ntherefore the route is invalid and can't "
                         "be used.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return std::nullopt;
     }
     const std::string text = tools::ReadTextFile(file);
@@ -116,11 +116,11 @@ UnusedFiles ItemsNotUsed(app::AppContext& ctx, const ProviderProduct& pp, const 
         "Do you wish to add 'DEL ' to each item so that the\nlist can be saved as a batch file to enable you to\n"
         "delete unused items (Can be very dangerous in \ninexperienced hands.....)";
     out.withDel = addDel ? *addDel
-                         : ctx.ui->ask(kDelQuestion, app::Buttons::YesNo, app::Icon::Question) == app::Answer::Yes;
+                         : ctx.ui->ask(kDelQuestion, base::Buttons::YesNo, base::Icon::Question) == base::Answer::Yes;
     const std::string folder = ctx.gameRoot() + "\\Assets\\" + pp.provider + "\\" + pp.product;
     out.listing.heading = pp.provider + "\\" + pp.product;
     if (!std::filesystem::is_directory(tools::HostPath(folder))) {
-        ctx.ui->message(folder + "\nis missing.", app::Icon::Exclamation);
+        ctx.ui->message(folder + "\nis missing.", base::Icon::Exclamation);
         return out;
     }
 

@@ -65,7 +65,7 @@ std::size_t FindProviderTag(std::string_view line) {
 void DescriptionError(app::AppContext& ctx, const char* what, const std::string& tileName, std::string_view line) {
     ctx.ui->message(std::string("There is an error in a ") + what + " description in tile\n" + tileName + " - " +
                         std::string(line) + "\nThis may/may not cause TS-Classic to fail.",
-                    app::Icon::Exclamation);
+                    base::Icon::Exclamation);
 }
 
 void AddReference(app::AppContext& ctx, const std::string& path, const std::string& kind, const std::string& where,
@@ -199,7 +199,7 @@ void CheckForFiles(app::AppContext& ctx, const TileFolder& folder, const WalkRul
         if (rule.tellEmptyFolder)
             ctx.ui->message("There are no Scenery files for this route, it\nis probably contained in an .ap archive "
                             "file,\nso can't be checked with this program.",
-                            app::Icon::Information);
+                            base::Icon::Information);
         return;
     }
     const std::string tempFolder = ctx.appPath("TempFiles\\" + folder.tempSub);
@@ -227,7 +227,7 @@ bool WalkTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector
         if (ctx.abortFlag) return true;
         const std::string& tile = tiles[i];
         std::string xml;
-        if (const app::Status failed = tools::SerzReadXml(ctx, folder.folder + "\\" + tile, xml)) {
+        if (const base::Status failed = tools::SerzReadXml(ctx, folder.folder + "\\" + tile, xml)) {
             ctx.report(*failed, "frmDelRoute");
             continue;
         }

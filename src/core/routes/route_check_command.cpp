@@ -22,7 +22,7 @@ constexpr const char* kModule = "frmDelRoute";
 
 bool Ask(app::AppContext& ctx, const std::optional<bool>& given, const std::string& question) {
     if (given) return *given;
-    return ctx.ui->ask(question, app::Buttons::YesNo, app::Icon::Question) == app::Answer::Yes;
+    return ctx.ui->ask(question, base::Buttons::YesNo, base::Icon::Question) == base::Answer::Yes;
 }
 
 bool HasFiles(const std::string& folder) {
@@ -48,7 +48,7 @@ bool TemplatePresent(app::AppContext& ctx, const std::string& routePath) {
     if (tools::FileExists(file)) return true;
     ctx.ui->message(tools::FixEntitiesCopy(ref.blueprintId) +
                         "\nThe Route Template listed in RouteProperties.xml\nCould not be found",
-                    app::Icon::Exclamation);
+                    base::Icon::Exclamation);
     return false;
 }
 
@@ -91,7 +91,7 @@ void CheckTexturesOf(app::AppContext& ctx, const std::string& routePath, const C
     }
     if (check.geometry.empty() && rule.filtered())
         ctx.ui->message("No texture files found, assume there are no\nScenery files from this Provider.",
-                        app::Icon::Information);
+                        base::Icon::Information);
     ReportListing geometry{"Following geometric item(s) were used by this route:-", "_GeoShapes.csv", {}, false};
     for (const GeometryFile& g : check.geometry) geometry.rows.push_back({g.file, g.caller});
     out.lists.push_back(std::move(geometry));
@@ -127,12 +127,12 @@ bool UnpackRoute(app::AppContext& ctx, const std::string& routeFolder) {
     if (!tools::FileExists(ap)) {
         ctx.ui->message("There is no maincontent.ap file associated with this\nroute, so looks like a faulty route "
                         "installation?",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return false;
     }
     ctx.ui->status(1, "Wait - Unpacking Route");
     archives::ZipArchive archive;
-    if (const app::Status failed = archive.open(ap)) {
+    if (const base::Status failed = archive.open(ap)) {
         ctx.report(*failed, kModule);
         return false;
     }
@@ -140,13 +140,13 @@ bool UnpackRoute(app::AppContext& ctx, const std::string& routeFolder) {
     options.target = ctx.gameRoot() + "\\Content\\Routes\\" + kUnpackFolder;
     options.overwrite = archives::Overwrite::All;
     const archives::ExtractOutcome outcome = archives::ExtractEntries(ctx, archive, archives::AllIndices(archive), options);
-    for (const app::RunError& error : outcome.errors) ctx.report(error, kModule);
+    for (const base::RunError& error : outcome.errors) ctx.report(error, kModule);
     tools::ForgetPath(options.target);
     ctx.ui->status(1, "Wait - Indexing Routes");
     IndexRouteProperties(ctx);
     ctx.ui->message(std::string("Route now copied to '") + kUnpackFolder +
                         "'\nNow run 'Check Route' on this folder and you can check",
-                    app::Icon::Information);
+                    base::Icon::Information);
     return true;
 }
 
@@ -160,18 +160,18 @@ RouteCheckOutcome CheckSelectedRoute(app::AppContext& ctx, const CheckedRoute& r
 
     const std::string scenery = routePath + "\\Scenery";
     if (askPacked && (!std::filesystem::is_directory(tools::HostPath(scenery)) || !HasFiles(scenery))) {
-        const app::Answer answer =
+        const base::Answer answer =
             answers.unpack ? *answers.unpack
                            : ctx.ui->ask("The 'Scenery' folder for this route is empty, or missing,\nprobably the route "
                                          "is in an .ap archive. It can't be directly\nchecked but would you like to "
                                          "unpack the .ap file to a\ntemporary folder so that you can check it?\nTo "
                                          "over-ride this option, click Cancel.",
-                                         app::Buttons::YesNoCancel, app::Icon::Question);
-        if (answer == app::Answer::No) {
+                                         base::Buttons::YesNoCancel, base::Icon::Question);
+        if (answer == base::Answer::No) {
             out.stopped = true;
             return out;
         }
-        if (answer == app::Answer::Yes) {
+        if (answer == base::Answer::Yes) {
             out.unpacked = UnpackRoute(ctx, route.folder);
             out.stopped = true;
             return out;
@@ -191,7 +191,7 @@ RouteCheckOutcome CheckSelectedRoute(app::AppContext& ctx, const CheckedRoute& r
         out.lists.push_back({"Following Asset(s) were missing from this route:-", "_Missing.csv", out.run.missingRows,
                              true});
     } else {
-        ctx.ui->message("No Assets were missing from this route.", app::Icon::Information);
+        ctx.ui->message("No Assets were missing from this route.", base::Icon::Information);
     }
     if (Ask(ctx, answers.listShapes, "Do you wish to view a list of Shapes used by this route?")) {
         ReportListing used{"Following Asset(s) were used by this route:-", "_Assets.csv", {}, false};

@@ -33,7 +33,7 @@ struct ReportListing {
 
 // Answers given in advance to the check's questions; an empty one is asked.
 struct CheckAnswers {
-    std::optional<app::Answer> unpack;  // Yes, No or Cancel
+    std::optional<base::Answer> unpack;  // Yes, No or Cancel
     std::optional<bool> listShapes;
     std::optional<bool> checkTextures;
     std::optional<bool> listTextures;

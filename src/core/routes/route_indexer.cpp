@@ -104,7 +104,7 @@ void IndexRouteProperties(app::AppContext& ctx) {
                                       ListRouteFolders(ctx.gameRoot()).size());
     if (ctx.ui) {
         ctx.ui->message("All RouteProperties.xml files have been indexed and\nRouteIndex.csv written to 'IndexFiles' folder",
-                        app::Icon::Information);
+                        base::Icon::Information);
     }
     ctx.prefs.routesIndexed = true;
     if (ctx.ui) ctx.ui->busy(false);
@@ -116,7 +116,7 @@ void getRouteProperties(app::AppContext& ctx) {
     if (!archives::RunBulkExtraction(ctx, archives::BulkKind::RouteProperties, outcome)) {
         ctx.ui->message("An Index of all RouteProperties.xml files will now\nbe compiled and written to "
                         "IndexFiles\\RouteIndex.csv",
-                        app::Icon::Information);
+                        base::Icon::Information);
         return;
     }
     ctx.ui->busy(true);
@@ -127,7 +127,7 @@ void getRouteProperties(app::AppContext& ctx) {
     ctx.routeIndex = ReloadRouteIndex(tools::ReadTextFile(file), kExtractedRouteProperties,
                                       ListRouteFolders(ctx.gameRoot()).size());
     ctx.ui->message("All RouteProperties.xml files have been extracted and\nRouteIndex.csv written to 'IndexFiles' folder",
-                    app::Icon::Information);
+                    base::Icon::Information);
     ctx.ui->busy(false);
 }
 

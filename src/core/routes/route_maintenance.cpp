@@ -45,12 +45,12 @@ void Progress(app::AppContext& ctx, std::size_t done, std::size_t total, const s
 }
 
 // Converts `source` into TempFiles\<name> and gives its path, or the failure.
-app::Status ConvertIntoTemp(app::AppContext& ctx, const std::string& source, const std::string& name,
+base::Status ConvertIntoTemp(app::AppContext& ctx, const std::string& source, const std::string& name,
                             tools::SerzDirection direction, std::string& target) {
     const std::string temp = ctx.appPath("TempFiles");
     tools::CreatePath(temp);
     target = temp + "\\" + name;
-    const app::Status status = tools::SerzConvert(ctx, source, target, direction);
+    const base::Status status = tools::SerzConvert(ctx, source, target, direction);
     tools::ForgetPath(target);
     return status;
 }
@@ -72,18 +72,18 @@ PropertiesCheck CheckScenarioProperties(app::AppContext& ctx, const std::vector<
             "\\ScenarioProperties.xml";
         if (!tools::FileExists(file)) {
             check.missing.push_back(file);
-            ctx.ui->message(file + "\nis missing.", app::Icon::Exclamation);
+            ctx.ui->message(file + "\nis missing.", base::Icon::Exclamation);
             continue;
         }
         ++check.checked;
         std::string binary;
-        const app::Status failed = ConvertIntoTemp(ctx, file, "ScenarioProperties.bin", tools::SerzDirection::ToBinary,
+        const base::Status failed = ConvertIntoTemp(ctx, file, "ScenarioProperties.bin", tools::SerzDirection::ToBinary,
                                                    binary);
         if (failed || tools::FileLength(binary) < kSmallestPropertiesBinary) {
             check.faulty.push_back(row.name);
             std::string text = "If you saw a message regarding Line 113, there is a format\nerror in " + row.name;
             if (failed) text += "\n\n" + failed->description;
-            ctx.ui->message(text, app::Icon::Exclamation);
+            ctx.ui->message(text, base::Icon::Exclamation);
         }
         if (tools::FileExists(binary)) tools::DeleteFile(binary);
         tools::ForgetPath(binary);
@@ -92,7 +92,7 @@ PropertiesCheck CheckScenarioProperties(app::AppContext& ctx, const std::vector<
     ctx.ui->message(check.faulty.empty()
                         ? "All selected ScenarioProperties.xml checked - all formats OK."
                         : "All selected ScenarioProperties.xml checked - at least one had a format error.",
-                    app::Icon::Information);
+                    base::Icon::Information);
     return check;
 }
 
@@ -104,7 +104,7 @@ TemplateCheck CheckRouteTemplate(app::AppContext& ctx, const std::string& routeF
     if (properties.empty()) {
         ctx.ui->message("There is no RouteProperties.xml file for this route\ntherefore the route is invalid and "
                         "can't be used.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return check;
     }
     assets::BlueprintRef ref;
@@ -113,20 +113,20 @@ TemplateCheck CheckRouteTemplate(app::AppContext& ctx, const std::string& routeF
     if (!tools::FileExists(check.templateFile)) check.templateFile = tools::FixEntitiesCopy(check.templateFile);
     if (ref.blueprintId.empty() || !tools::FileExists(check.templateFile)) {
         check.end = TemplateCheckEnd::TemplateMissing;
-        ctx.ui->ask(tools::FixEntitiesCopy(ref.blueprintId) + "\nCould not be found.", app::Buttons::OkCancel,
-                    app::Icon::Exclamation);
+        ctx.ui->ask(tools::FixEntitiesCopy(ref.blueprintId) + "\nCould not be found.", base::Buttons::OkCancel,
+                    base::Icon::Exclamation);
         return check;
     }
     tools::CreatePath(ctx.appPath("TempFiles"));
     const std::string copy = ctx.appPath("TempFiles\\" + NameOf(check.templateFile));
-    app::Status failed = tools::CopyFileReplacing(check.templateFile, copy);
+    base::Status failed = tools::CopyFileReplacing(check.templateFile, copy);
     tools::ForgetPath(copy);
     std::string xmlFile;
     if (!failed) failed = ConvertIntoTemp(ctx, copy, StemOf(NameOf(copy)) + ".xml", tools::SerzDirection::ToXml, xmlFile);
     if (failed) {
         check.end = TemplateCheckEnd::Unreadable;
         ctx.ui->message("The Route Template " + check.templateFile + " could not be read:\n" + failed->description,
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return check;
     }
     check.xml = tools::ReadTextFile(xmlFile);
@@ -134,15 +134,15 @@ TemplateCheck CheckRouteTemplate(app::AppContext& ctx, const std::string& routeF
     if (InStr(check.xml, "<BrowseFiltering>") == 0) {
         if (ctx.ui->ask("The Route Template file does not include a\nBrowseFiltering section, so will not sort "
                         "correctly\nin TS-Classic - Do you wish to add it?",
-                        app::Buttons::YesNo, app::Icon::Question) == app::Answer::Yes)
+                        base::Buttons::YesNo, base::Icon::Question) == base::Answer::Yes)
             check.change = TemplateChange::AddBrowseFilter;
     } else if (InStr(check.xml, "eTrue") == 0) {
         if (ctx.ui->ask("Although the Route Template has a BrowseFiltering section\nNo location or filtering data is "
                         "included.\nDo you wish to update it.",
-                        app::Buttons::YesNo, app::Icon::Question) == app::Answer::Yes)
+                        base::Buttons::YesNo, base::Icon::Question) == base::Answer::Yes)
             check.change = TemplateChange::UpdateBrowseFilter;
-    } else if (ctx.ui->ask("Route Template appears to be OK, but you\nmay edit it if you wish?", app::Buttons::YesNo,
-                           app::Icon::Question) == app::Answer::Yes) {
+    } else if (ctx.ui->ask("Route Template appears to be OK, but you\nmay edit it if you wish?", base::Buttons::YesNo,
+                           base::Icon::Question) == base::Answer::Yes) {
         check.change = TemplateChange::Edit;
     } else {
         check.end = TemplateCheckEnd::LeftAsItIs;
@@ -152,7 +152,7 @@ TemplateCheck CheckRouteTemplate(app::AppContext& ctx, const std::string& routeF
     ctx.ui->message("Editing the route template comes with the route template screen, which this version of "
                     "Ferrolund does not have yet.\nThe template " +
                         check.templateFile + " has not been changed.",
-                    app::Icon::Information);
+                    base::Icon::Information);
     return check;
 }
 
@@ -183,26 +183,26 @@ std::string BlobSize(const std::string& text, long blob) {
 }
 
 // One MixMap tile cleared; the failure when it was left as it was.
-app::Status ClearOneMixMap(app::AppContext& ctx, const std::string& file, const std::string& blank) {
+base::Status ClearOneMixMap(app::AppContext& ctx, const std::string& file, const std::string& blank) {
     const std::string name = NameOf(file);
     std::string xmlFile;
-    if (app::Status failed = ConvertIntoTemp(ctx, file, StemOf(name) + ".xml", tools::SerzDirection::ToXml, xmlFile))
+    if (base::Status failed = ConvertIntoTemp(ctx, file, StemOf(name) + ".xml", tools::SerzDirection::ToXml, xmlFile))
         return failed;
     std::string text = tools::ReadTextFile(xmlFile);
     const long blob = InStr(text, "<d:blob");
-    if (blob == 0) return app::RunError{5, name + " holds no terrain mix data (<d:blob)."};
+    if (blob == 0) return base::RunError{5, name + " holds no terrain mix data (<d:blob)."};
     // A tile whose mix is of another size than the blank one would no longer fit its terrain.
     const std::string size = BlobSize(text, blob);
     if (size != BlobSize(blank, 1))
-        return app::RunError{5, name + " holds a terrain mix of " + size + " bytes, the blank template one of " +
+        return base::RunError{5, name + " holds a terrain mix of " + size + " bytes, the blank template one of " +
                                     BlobSize(blank, 1) + " bytes."};
     text = text.substr(0, static_cast<std::size_t>(blob - 1)) + blank;
-    if (!tools::WriteTextFile(ctx, xmlFile, text)) return app::err::PathFileAccess(xmlFile);
+    if (!tools::WriteTextFile(ctx, xmlFile, text)) return base::err::PathFileAccess(xmlFile);
     std::string binFile;
-    if (app::Status failed = ConvertIntoTemp(ctx, xmlFile, name, tools::SerzDirection::ToBinary, binFile))
+    if (base::Status failed = ConvertIntoTemp(ctx, xmlFile, name, tools::SerzDirection::ToBinary, binFile))
         return failed;
     std::string backup;
-    if (app::Status failed = tools::ReplaceWithBackup(binFile, file, tools::kBackupRule, backup)) return failed;
+    if (base::Status failed = tools::ReplaceWithBackup(binFile, file, tools::kBackupRule, backup)) return failed;
     tools::DeleteFile(xmlFile);
     tools::DeleteFile(binFile);
     tools::ForgetPath(xmlFile);
@@ -219,14 +219,14 @@ MixMapClearing ClearMixMaps(app::AppContext& ctx, const std::string& folder, con
     const std::string blank = tools::ReadTextFile(templateFile);
     if (blank.empty()) {
         ctx.ui->message("The template " + templateFile + " is missing, so no file was changed.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return out;
     }
     std::vector<std::string> files;
     for (const std::string& name : names)
         if (EndsWithBin(name)) files.push_back(name);
     if (files.empty()) {
-        ctx.ui->message("No .bin file was selected, so no file was changed.", app::Icon::Information);
+        ctx.ui->message("No .bin file was selected, so no file was changed.", base::Icon::Information);
         return out;
     }
     for (std::size_t i = 0; i < files.size(); ++i) {
@@ -236,9 +236,9 @@ MixMapClearing ClearMixMaps(app::AppContext& ctx, const std::string& folder, con
             break;
         }
         const std::string file = folder + "\\" + files[i];
-        if (app::Status failed = ClearOneMixMap(ctx, file, blank)) {
+        if (base::Status failed = ClearOneMixMap(ctx, file, blank)) {
             out.failed.push_back(files[i]);
-            ctx.ui->message(file + " was left as it was:\n" + failed->description, app::Icon::Exclamation);
+            ctx.ui->message(file + " was left as it was:\n" + failed->description, base::Icon::Exclamation);
         } else {
             out.modified.push_back(files[i]);
         }
@@ -247,13 +247,13 @@ MixMapClearing ClearMixMaps(app::AppContext& ctx, const std::string& folder, con
     if (out.aborted)
         ctx.ui->message("Stopped: " + std::to_string(out.modified.size()) + " of the " + std::to_string(files.size()) +
                             " selected files have been modified.",
-                        app::Icon::Information);
+                        base::Icon::Information);
     else if (out.failed.empty())
-        ctx.ui->message("All selected files have been modified.", app::Icon::Information);
+        ctx.ui->message("All selected files have been modified.", base::Icon::Information);
     else
         ctx.ui->message(std::to_string(out.modified.size()) + " of the " + std::to_string(files.size()) +
                             " selected files have been modified; the others were left as they were.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
     return out;
 }
 

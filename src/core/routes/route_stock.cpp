@@ -116,7 +116,7 @@ StockDetails CheckStock(app::AppContext& ctx, const std::string& stockPath) {
     const std::string file = AssetsFile(ctx, stockPath);
     if (!tools::FileExists(file)) return {};
     std::string xml;
-    if (const app::Status failed = tools::SerzReadXml(ctx, file, xml)) {
+    if (const base::Status failed = tools::SerzReadXml(ctx, file, xml)) {
         ctx.report(*failed, kModule);
         return {};
     }
@@ -253,7 +253,7 @@ StockLoop ForEachScenarioStock(app::AppContext& ctx, const std::vector<StockScen
             continue;
         }
         std::string xml;
-        if (const app::Status failed = tools::SerzReadXml(ctx, bin, xml)) {
+        if (const base::Status failed = tools::SerzReadXml(ctx, bin, xml)) {
             ctx.report(*failed, kModule);
             ++loop.skipped;
             continue;
@@ -302,7 +302,7 @@ ReportListing ListMissingStock(app::AppContext& ctx, const std::vector<StockScen
     const std::string file = ctx.appPath("TempFiles\\Test.csv");
     tools::CreatePath(ctx.appPath("TempFiles"));
     if (!tools::WriteTextFile(ctx, file, services::CsvText(csv)))
-        ctx.ui->message("The list could not be written to " + file + ".", app::Icon::Exclamation);
+        ctx.ui->message("The list could not be written to " + file + ".", base::Icon::Exclamation);
     return listing;
 }
 
@@ -396,12 +396,12 @@ ScenarioItemLists ListScenarioItems(app::AppContext& ctx, const std::string& rou
         const std::string bin = folder + "\\Scenario.bin";
         if (!tools::FileExists(bin)) {
             ctx.ui->message("There is no scenario.bin file in this folder.\noperation aborted.",
-                            app::Icon::Exclamation);
+                            base::Icon::Exclamation);
             lists.stopped = true;
             break;
         }
         std::string xml;
-        if (const app::Status failed = tools::SerzReadXml(ctx, bin, xml)) {
+        if (const base::Status failed = tools::SerzReadXml(ctx, bin, xml)) {
             ctx.report(*failed, kModule);
             continue;
         }
@@ -411,7 +411,7 @@ ScenarioItemLists ListScenarioItems(app::AppContext& ctx, const std::string& rou
             ctx.ui->message(
                 "This appears to be a Quick Drive scenario, as such there\nis no rolling stock listed for "
                 "the route.",
-                app::Icon::Information);
+                base::Icon::Information);
         else
             lists.stock.push_back(std::move(stock));
 
@@ -451,12 +451,12 @@ bool CheckConsistTemplates(app::AppContext& ctx, const std::vector<std::string>&
     lines.clear();
     const std::string file = ctx.gameRoot() + "\\Content\\ConsistTemplates.bin";
     if (!tools::FileExists(file)) {
-        ctx.ui->message(file + "\ncan't be found, so the consists can't be checked.", app::Icon::Exclamation);
+        ctx.ui->message(file + "\ncan't be found, so the consists can't be checked.", base::Icon::Exclamation);
         return false;
     }
     std::string xml;
-    if (const app::Status failed = tools::SerzReadXml(ctx, file, xml)) {
-        ctx.ui->message(file + "\ncould not be read: " + failed->description, app::Icon::Exclamation);
+    if (const base::Status failed = tools::SerzReadXml(ctx, file, xml)) {
+        ctx.ui->message(file + "\ncould not be read: " + failed->description, base::Icon::Exclamation);
         return false;
     }
     std::unordered_map<std::string, bool> used;

@@ -106,11 +106,11 @@ bool ReplaceTile(app::AppContext& ctx, const std::string& tile, const std::strin
     if (!written || tools::SerzConvert(ctx, scratch + "xml", scratch + "bin", tools::SerzDirection::ToBinary) ||
         tools::FileLength(scratch + "bin") <= 0) {
         ctx.ui->message("Substitution failed - no changes have been made to the original file.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return false;
     }
     std::string backup;
-    if (const app::Status failed = tools::ReplaceWithBackup(scratch + "bin", tile, tools::kBackupRule, backup)) {
+    if (const base::Status failed = tools::ReplaceWithBackup(scratch + "bin", tile, tools::kBackupRule, backup)) {
         ctx.report(*failed, kModule);
         return false;
     }

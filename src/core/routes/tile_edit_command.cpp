@@ -35,12 +35,12 @@ std::optional<CheckedRoute> GridRoute(const app::AppContext& ctx, const archives
 
 bool DuplicatesGone(app::AppContext& ctx, const archives::ReportGrid& grid) {
     if (grid.duplicatesRemoved) return true;
-    ctx.ui->message("You must click the 'Remove Duplicates' button\nbefore using this option.", app::Icon::Exclamation);
+    ctx.ui->message("You must click the 'Remove Duplicates' button\nbefore using this option.", base::Icon::Exclamation);
     return false;
 }
 
 void NothingSelected(app::AppContext& ctx) {
-    ctx.ui->message("You do not appear to have selected an item to substitute?", app::Icon::Exclamation);
+    ctx.ui->message("You do not appear to have selected an item to substitute?", base::Icon::Exclamation);
 }
 
 // TempFiles emptied, as the tile commands begin.
@@ -59,7 +59,7 @@ TileEditRun RunOnTiles(app::AppContext& ctx, const std::vector<TileFolder>& fold
     ctx.ui->busy(true);
     TileEditRun run = EditTiles(ctx, folders, edit);
     ctx.ui->busy(false);
-    if (!run.aborted) ctx.ui->message("The requested changes have been made.", app::Icon::Information);
+    if (!run.aborted) ctx.ui->message("The requested changes have been made.", base::Icon::Information);
     return run;
 }
 
@@ -126,7 +126,7 @@ TileEditRun SubstituteItem(app::AppContext& ctx, const archives::ReportGrid& gri
     if (item->kind == 0) {
         ctx.ui->message("The missing object is an interactive object or track section and\ncan not be substituted by "
                         "this program. Item should be deleted\nfrom the World Editor manually.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return {};
     }
     auto choice = ask(*item);
@@ -139,7 +139,7 @@ TileEditRun SubstituteItem(app::AppContext& ctx, const archives::ReportGrid& gri
         tools::TrimBlanks(replacement.blueprintId).empty()) {
         if (ctx.ui->ask("As you have not included a new Provider, Product or Path, then is it\ncorrect that you wish "
                         "the items to be removed from your route?",
-                        app::Buttons::YesNo, app::Icon::Question) != app::Answer::Yes)
+                        base::Buttons::YesNo, base::Icon::Question) != base::Answer::Yes)
             return {};
         replacement = {};
     }
@@ -239,7 +239,7 @@ bool FixRouteProviders(app::AppContext& ctx, const archives::ReportGrid& grid) {
     if (!tools::FileExists(file)) {
         ctx.ui->message("There is no RouteProperties.xml file for this route\ntherefore the route is invalid and can't "
                         "be used.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return false;
     }
     const std::string templateFile = ctx.appPath("Templates\\ProvHeader.txt");
@@ -247,14 +247,14 @@ bool FixRouteProviders(app::AppContext& ctx, const archives::ReportGrid& grid) {
     if (block.empty()) {
         ctx.ui->message("The block form " + templateFile + " is missing or empty.\nRouteProperties.xml has not been "
                         "changed; reinstall the program's Templates folder.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return false;
     }
     const auto rebuilt = RebuildPreload(tools::ReadTextFile(file), block, GridProviders(ctx.gameRoot(), grid));
     if (!rebuilt) {
         ctx.ui->message(file + "\nholds no RBlueprintSetPreLoad section, so there is nothing to fix.\nThe file has "
                                "not been changed.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return false;
     }
     // The new text exists in full before the old file is touched.
@@ -262,11 +262,11 @@ bool FixRouteProviders(app::AppContext& ctx, const archives::ReportGrid& grid) {
     const std::string scratch = ctx.appPath("TempFiles\\RouteProperties.xml");
     if (!tools::WriteTextFile(ctx, scratch, *rebuilt)) return false;
     std::string backup;
-    if (const app::Status failed = tools::ReplaceWithBackup(scratch, file, tools::kUnlimitedBackupRule, backup)) {
+    if (const base::Status failed = tools::ReplaceWithBackup(scratch, file, tools::kUnlimitedBackupRule, backup)) {
         ctx.report(*failed, kModule);
         return false;
     }
-    ctx.ui->message("Your RouteProperties.xml file has been modified as requested.", app::Icon::Information);
+    ctx.ui->message("Your RouteProperties.xml file has been modified as requested.", base::Icon::Information);
     return true;
 }
 

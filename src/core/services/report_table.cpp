@@ -79,7 +79,7 @@ std::string XlsBytes(const ReportTable& table) {
     return out;
 }
 
-app::Status SaveReportTable(const std::string& path, const ReportTable& table) {
+base::Status SaveReportTable(const std::string& path, const ReportTable& table) {
     const std::string kind = tools::LowerCp1252(path.size() >= 3 ? path.substr(path.size() - 3) : path);
     const std::string bytes = kind == "xls" ? XlsBytes(table) : kind == "txt" || kind == "tab" ? TabText(table)
                                                                                                : CsvText(table);
@@ -92,7 +92,7 @@ app::Status SaveReportTable(const std::string& path, const ReportTable& table) {
         if (!out) {
             std::error_code ec;
             fs::remove(scratch, ec);
-            return app::err::PathFileAccess(path);
+            return base::err::PathFileAccess(path);
         }
     }
     std::error_code ec;
@@ -100,7 +100,7 @@ app::Status SaveReportTable(const std::string& path, const ReportTable& table) {
     tools::ForgetPath(path);
     if (ec) {
         fs::remove(scratch, ec);
-        return app::err::PathFileAccess(path);
+        return base::err::PathFileAccess(path);
     }
     return {};
 }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/app_context.h"
-#include "app/run_error.h"
+#include "base/run_error.h"
 
 namespace ferrolund::services {
 
@@ -25,7 +25,7 @@ std::string XlsBytes(const ReportTable& table);
 
 // The form is chosen by the name's last three letters: "csv", "txt" or "tab", "xls";
 // anything else is comma text. The file is written whole and replaced only when that worked.
-app::Status SaveReportTable(const std::string& path, const ReportTable& table);
+base::Status SaveReportTable(const std::string& path, const ReportTable& table);
 
 // Comma text back into rows; the first line is the heading row.
 ReportTable ParseCsv(const std::string& text);

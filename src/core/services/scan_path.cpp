@@ -61,29 +61,6 @@ bool IsFolder(const FindRecord& record) { return (record.attributes & kAttrDirec
 
 }  // namespace
 
-bool WildcardMatch(std::string_view mask, std::string_view name) {
-    std::size_t m = 0;
-    std::size_t n = 0;
-    std::size_t star = std::string_view::npos;
-    std::size_t resume = 0;
-    while (n < name.size()) {
-        if (m < mask.size() && (mask[m] == '?' || mask[m] == name[n])) {
-            ++m;
-            ++n;
-        } else if (m < mask.size() && mask[m] == '*') {
-            star = m++;
-            resume = n;
-        } else if (star != std::string_view::npos) {
-            m = star + 1;
-            n = ++resume;
-        } else {
-            return false;
-        }
-    }
-    while (m < mask.size() && mask[m] == '*') ++m;
-    return m == mask.size();
-}
-
 void cScanPath::Filter(std::string_view filter) { filter_ = std::string(tools::TrimBlanks(filter)); }
 
 std::string cScanPath::Filter() const {
@@ -96,7 +73,7 @@ bool cScanPath::Passes(const FindRecord& record) const {
     if (filter_ != "*.*" && !folder) {
         const std::string name = tools::UpperCp1252(record.name);
         if (wildcards_) {
-            if (std::none_of(masks_.begin(), masks_.end(), [&](const std::string& mask) { return WildcardMatch(mask, name); })) {
+            if (std::none_of(masks_.begin(), masks_.end(), [&](const std::string& mask) { return tools::WildcardMatch(mask, name); })) {
                 return false;
             }
         } else {

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/ui.h"
+#include "base/ui.h"
 
 namespace ferrolund::services {
 
@@ -57,7 +57,7 @@ struct ScanDetails {
 class cScanPath {
 public:
     // Events are let through `ui` every tenth entry; it may be null.
-    explicit cScanPath(app::Ui* ui = nullptr) : ui_(ui) {}
+    explicit cScanPath(base::Ui* ui = nullptr) : ui_(ui) {}
 
     // Which attributes may match: an entry passes only if every attribute it has is
     // allowed here.
@@ -109,7 +109,7 @@ private:
     void QueueWalk(const std::string& path);
     void SortedWalk(const std::string& folder, const std::string& hostFolder);
 
-    app::Ui* ui_;
+    base::Ui* ui_;
     std::string filter_;
     std::vector<std::string> masks_;
     bool recurse_ = false;
@@ -120,8 +120,5 @@ private:
     long fileCount_ = 0;
     const FindRecord* current_ = nullptr;
 };
-
-// A '*' and '?' match of a whole name; both sides are compared as given.
-bool WildcardMatch(std::string_view mask, std::string_view name);
 
 }  // namespace ferrolund::services

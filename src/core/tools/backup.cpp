@@ -36,7 +36,7 @@ BackupOutcome MakeBackup(std::string_view pathText, const BackupRule& rule) {
     const std::string path(pathText);
     std::error_code ec;
     const fs::path source = HostPath(path);
-    if (!fs::is_regular_file(source, ec)) return {{}, app::err::FileNotFound(path)};
+    if (!fs::is_regular_file(source, ec)) return {{}, base::err::FileNotFound(path)};
 
     const std::string base = BackupBaseName(path, rule);
     std::string target;
@@ -55,17 +55,17 @@ BackupOutcome MakeBackup(std::string_view pathText, const BackupRule& rule) {
     fs::rename(source, HostPath(target), ec);
     ForgetPath(path);
     ForgetPath(target);
-    if (ec) return {{}, app::err::PathFileAccess(path)};
+    if (ec) return {{}, base::err::PathFileAccess(path)};
     return {target, std::nullopt};
 }
 
-app::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
+base::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
                               std::string& backup) {
     backup.clear();
     const BackupOutcome outcome = MakeBackup(target, rule);
     if (outcome.error) return outcome.error;
-    if (outcome.backup.empty()) return app::RunError{58, "No free back-up name is left for " + target};
-    if (app::Status copied = CopyFileReplacing(made, target)) {
+    if (outcome.backup.empty()) return base::RunError{58, "No free back-up name is left for " + target};
+    if (base::Status copied = CopyFileReplacing(made, target)) {
         std::error_code ec;
         fs::rename(HostPath(outcome.backup), HostPath(target), ec);
         ForgetPath(outcome.backup);

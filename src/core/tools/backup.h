@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 
 namespace ferrolund::tools {
 
@@ -37,7 +37,7 @@ inline constexpr BackupRule kSingleBackupRule{.name = BackupName::InsteadOfExten
 
 struct BackupOutcome {
     std::string backup;  // the name the file now has; empty when no back-up was made
-    app::Status error;   // the file is missing, or the rename failed
+    base::Status error;   // the file is missing, or the rename failed
 };
 
 // Renames the file at `path` (a system path) by the rule. A name counts as taken when
@@ -49,7 +49,7 @@ BackupOutcome MakeBackup(std::string_view path, const BackupRule& rule = kBackup
 // old file gets its name back, so the target is never lost. Refused, with nothing
 // changed, when the rule has no free back-up name left. `backup` is the old file's new
 // name.
-app::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
+base::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
                               std::string& backup);
 
 // The unnumbered back-up name of `path` under the rule.

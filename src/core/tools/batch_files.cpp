@@ -28,18 +28,18 @@ void SetReadOnly(const std::string& path, bool readOnly) {
 // Asks before a file is replaced; true to go on with the copy.
 bool MayReplace(Run& run, const std::string& target) {
     if (!run.ctx.ui) return false;
-    return run.ctx.ui->ask("Overwrite " + target + " (Yes/No)?", app::Buttons::YesNo, app::Icon::Question) ==
-           app::Answer::Yes;
+    return run.ctx.ui->ask("Overwrite " + target + " (Yes/No)?", base::Buttons::YesNo, base::Icon::Question) ==
+           base::Answer::Yes;
 }
 
 // Copies one file, making its folder; false when it failed (and was reported).
 bool CopyOne(Run& run, const std::string& from, const std::string& to) {
     const std::size_t cut = to.rfind('\\');
     if (cut != std::string::npos && !CreatePath(to.substr(0, cut))) {
-        run.fail(app::err::PathNotFound(to.substr(0, cut)));
+        run.fail(base::err::PathNotFound(to.substr(0, cut)));
         return false;
     }
-    if (app::Status s = CopyFileReplacing(from, to)) {
+    if (base::Status s = CopyFileReplacing(from, to)) {
         run.fail(*s);
         return false;
     }
@@ -66,7 +66,7 @@ void Xcopy(Run& run, const std::vector<Word>& words) {
     SplitMask(run, args[0], folder, mask);
     const bool single = !HasWildcards(mask) && IsFile(folder + "\\" + mask);
     if (!IsFolder(folder)) {
-        run.fail(app::err::FileNotFound(Resolve(run, args[0])));
+        run.fail(base::err::FileNotFound(Resolve(run, args[0])));
         return;
     }
     bool hadMask = false;
@@ -96,7 +96,7 @@ void Xcopy(Run& run, const std::vector<Word>& words) {
     // A file named without wildcards that is nowhere found is a failure, as on the console.
     if (matched == 0 && !HasWildcards(mask)) {
         run.print("File not found - " + mask);
-        run.fail(app::err::FileNotFound(folder + "\\" + mask));
+        run.fail(base::err::FileNotFound(folder + "\\" + mask));
     }
     run.print(std::to_string(copied) + " File(s) copied");
 }
@@ -118,7 +118,7 @@ void Copy(Run& run, const std::vector<Word>& words) {
     Walk(run, folder, {mask}, false, false,
          [&](const std::string& path, const std::string& relative, bool) { files.emplace_back(path, relative); });
     if (files.empty()) {
-        run.fail(app::err::FileNotFound(Resolve(run, args[0])));
+        run.fail(base::err::FileNotFound(Resolve(run, args[0])));
         return;
     }
     const std::string dest = args.size() > 1 ? Resolve(run, args[1]) : run.folder;
@@ -148,8 +148,8 @@ void Del(Run& run, const std::vector<Word>& words) {
         std::string folder, mask;
         SplitMask(run, arg, folder, mask);
         if (mask == "*.*" || mask == "*") {
-            if (!Has(sw, "/q") && (!run.ctx.ui || run.ctx.ui->ask(folder + "\\*, Are you sure (Y/N)?", app::Buttons::YesNo,
-                                                                 app::Icon::Question) != app::Answer::Yes)) {
+            if (!Has(sw, "/q") && (!run.ctx.ui || run.ctx.ui->ask(folder + "\\*, Are you sure (Y/N)?", base::Buttons::YesNo,
+                                                                 base::Icon::Question) != base::Answer::Yes)) {
                 continue;
             }
         }
@@ -157,13 +157,13 @@ void Del(Run& run, const std::vector<Word>& words) {
         Walk(run, folder, {mask}, Has(sw, "/s"), false, [&](const std::string& path, const std::string&, bool) {
             ++found;
             if (IsReadOnly(path) && !Has(sw, "/f")) {
-                run.fail({app::err::kPermissionDenied, "Access is denied - " + path});
+                run.fail({base::err::kPermissionDenied, "Access is denied - " + path});
                 return;
             }
             std::error_code ec;
             fs::remove(HostPath(path), ec);
             ForgetPath(path);
-            if (ec) run.fail(app::err::PathFileAccess(path));
+            if (ec) run.fail(base::err::PathFileAccess(path));
             else if (Has(sw, "/s")) run.print("Deleted file - " + path);
         });
         if (found == 0) run.print("Could Not Find " + folder + "\\" + mask);
@@ -194,7 +194,7 @@ void Attrib(Run& run, const std::vector<Word>& words) {
     std::string folder, mask;
     SplitMask(run, args.empty() ? std::string("*.*") : args[0], folder, mask);
     if (!IsFolder(folder)) {
-        run.fail(app::err::PathNotFound(folder));
+        run.fail(base::err::PathNotFound(folder));
         return;
     }
     Walk(run, folder, {mask}, Has(sw, "/s"), Has(sw, "/d"),

@@ -65,7 +65,7 @@ void Pause(Run& run) {
     }
     shown = Trim(shown.substr(from));
     if (!shown.empty()) shown += "\r\n\r\n";
-    if (run.ctx.ui) run.ctx.ui->message(shown + "Press any key to continue . . .", app::Icon::None);
+    if (run.ctx.ui) run.ctx.ui->message(shown + "Press any key to continue . . .", base::Icon::None);
 }
 
 void CallBatch(Run& run, const std::string& word, const std::string& rest) {
@@ -79,7 +79,7 @@ void CallBatch(Run& run, const std::string& word, const std::string& rest) {
     }
     const std::string path = Resolve(run, word);
     if (!IsFile(path)) {
-        run.fail(app::err::FileNotFound(path));
+        run.fail(base::err::FileNotFound(path));
         return;
     }
     const std::size_t cut = path.find_last_of("\\/");
@@ -256,7 +256,7 @@ void RunLine(Run& run, const std::string& text) {
     }
     std::ofstream out(HostPath(redirect), std::ios::binary | (append ? std::ios::app : std::ios::trunc));
     out << printed;
-    if (!out) run.fail(app::err::PathFileAccess(redirect));
+    if (!out) run.fail(base::err::PathFileAccess(redirect));
     ForgetPath(redirect);
 }
 
@@ -270,9 +270,9 @@ bool Run::aborted() {
 
 }  // namespace batch
 
-app::Status BatchErrors(const BatchOutcome& outcome) {
+base::Status BatchErrors(const BatchOutcome& outcome) {
     if (outcome.errors.empty()) return {};
-    app::RunError summary = outcome.errors.front();
+    base::RunError summary = outcome.errors.front();
     for (std::size_t i = 1; i < outcome.errors.size() && i < 10; ++i) {
         summary.description += "\r\n" + outcome.errors[i].description;
     }
@@ -282,7 +282,7 @@ app::Status BatchErrors(const BatchOutcome& outcome) {
     return summary;
 }
 
-app::Status RunBatchText(app::AppContext& ctx, const std::string& text, const std::string& folder,
+base::Status RunBatchText(base::RunContext& ctx, const std::string& text, const std::string& folder,
                          BatchOutcome& outcome) {
     batch::Run run{ctx, folder, outcome, {}, 0};
     const std::size_t before = outcome.errors.size();
@@ -299,12 +299,12 @@ app::Status RunBatchText(app::AppContext& ctx, const std::string& text, const st
     return {};
 }
 
-app::Status RunBatchFile(app::AppContext& ctx, const std::string& path, BatchOutcome& outcome) {
+base::Status RunBatchFile(base::RunContext& ctx, const std::string& path, BatchOutcome& outcome) {
     // A bare name is taken from the working folder.
     const bool bare = path.find_first_of("\\/") == std::string::npos;
     const std::string batchPath = bare && !ctx.workingFolder.empty() ? ctx.workingFolder + "\\" + path : path;
     if (!FileExists(batchPath)) {
-        outcome.errors.push_back(app::err::FileNotFound(batchPath));
+        outcome.errors.push_back(base::err::FileNotFound(batchPath));
         return outcome.errors.back();
     }
     const std::size_t cut = batchPath.find_last_of("\\/");
@@ -312,7 +312,7 @@ app::Status RunBatchFile(app::AppContext& ctx, const std::string& path, BatchOut
     return RunBatchText(ctx, ReadTextFile(batchPath), folder, outcome);
 }
 
-app::Status RunBatchFile(app::AppContext& ctx, const std::string& batchPath) {
+base::Status RunBatchFile(base::RunContext& ctx, const std::string& batchPath) {
     BatchOutcome outcome;
     return RunBatchFile(ctx, batchPath, outcome);
 }

@@ -20,14 +20,14 @@
 #include <string>
 #include <vector>
 
-#include "app/app_context.h"
-#include "app/run_error.h"
+#include "base/run_context.h"
+#include "base/run_error.h"
 
 namespace ferrolund::tools {
 
 struct BatchOutcome {
     long commands = 0;                        // lines run
-    std::vector<app::RunError> errors;        // every failure, in order
+    std::vector<base::RunError> errors;        // every failure, in order
     std::vector<std::string> overlength;      // archives passed over by the 2-gigabyte rule
     std::string console;                      // what the commands printed
     bool aborted = false;                     // AbortFlag was set
@@ -35,14 +35,14 @@ struct BatchOutcome {
 
 // Runs the batch file with its own folder as the working folder. Gives the first failure
 // (all of them are in `outcome`); a batch that cannot be read is one.
-app::Status RunBatchFile(app::AppContext& ctx, const std::string& batchPath);
-app::Status RunBatchFile(app::AppContext& ctx, const std::string& batchPath, BatchOutcome& outcome);
+base::Status RunBatchFile(base::RunContext& ctx, const std::string& batchPath);
+base::Status RunBatchFile(base::RunContext& ctx, const std::string& batchPath, BatchOutcome& outcome);
 
 // One failure that tells the run's failures (the first ten, and how many more), or none.
-app::Status BatchErrors(const BatchOutcome& outcome);
+base::Status BatchErrors(const BatchOutcome& outcome);
 
 // Runs the lines of `text` as a batch whose working folder is `folder`.
-app::Status RunBatchText(app::AppContext& ctx, const std::string& text, const std::string& folder,
+base::Status RunBatchText(base::RunContext& ctx, const std::string& text, const std::string& folder,
                          BatchOutcome& outcome);
 
 }  // namespace ferrolund::tools

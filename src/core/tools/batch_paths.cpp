@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "services/scan_path.h"
 #include "tools/batch_run.h"
 #include "tools/codepage.h"
 #include "tools/host_path.h"
+#include "tools/text_search.h"
 
 namespace ferrolund::tools::batch {
 
@@ -32,7 +32,7 @@ bool HasWildcards(std::string_view text) { return text.find_first_of("*?") != st
 bool MatchCaseBlind(std::string_view mask, std::string_view name) {
     // "*.*" means every name, with or without a point, as on the console.
     if (mask == "*.*" || mask == "*") return true;
-    return services::WildcardMatch(UpperCp1252(mask), UpperCp1252(name));
+    return WildcardMatch(UpperCp1252(mask), UpperCp1252(name));
 }
 
 std::vector<DiskEntry> ListFolder(const std::string& folder) {

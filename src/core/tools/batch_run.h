@@ -7,13 +7,13 @@
 #include <string_view>
 #include <vector>
 
-#include "app/app_context.h"
+#include "base/run_context.h"
 #include "tools/batch_interpreter.h"
 
 namespace ferrolund::tools::batch {
 
 struct Run {
-    app::AppContext& ctx;
+    base::RunContext& ctx;
     std::string folder;     // the working folder, a system path
     BatchOutcome& outcome;
     std::string output;     // what the running command prints
@@ -22,7 +22,7 @@ struct Run {
     void print(const std::string& line) { output += line + "\r\n"; }
     // Records a failure of the running line.
     void fail(const std::string& text, int number = 5) { outcome.errors.push_back({number, text}); }
-    void fail(const app::RunError& error) { outcome.errors.push_back(error); }
+    void fail(const base::RunError& error) { outcome.errors.push_back(error); }
     // Lets events through and tells whether AbortFlag was set.
     bool aborted();
 };
@@ -71,6 +71,11 @@ void Xcopy(Run& run, const std::vector<Word>& words);
 void Copy(Run& run, const std::vector<Word>& words);
 void Del(Run& run, const std::vector<Word>& words);
 void Attrib(Run& run, const std::vector<Word>& words);
+// "7za" lines are served by the archive layer, which hands its handler over here
+// (archives::ServeBatchArchives); until it has, such a line is reported as a command the
+// batch files cannot run.
+using LineCommand = void (*)(Run& run, const std::vector<Word>& words);
+void SetSevenZipCommand(LineCommand command);
 void SevenZip(Run& run, const std::vector<Word>& words);
 void Serz(Run& run, const std::vector<Word>& words);
 

@@ -20,10 +20,10 @@ bool EndsInMkr(const std::string& path) {
     return path.size() >= 3 && EqualsIgnoreCase(std::string_view(path).substr(path.size() - 3), "mkr");
 }
 
-app::RunError FromSystemError(const std::error_code& ec, const std::string& path) {
-    if (ec == std::errc::no_such_file_or_directory) return app::err::PathNotFound(path);
-    if (ec == std::errc::permission_denied) return {app::err::kPermissionDenied, "Permission denied: " + path};
-    return app::err::PathFileAccess(path);
+base::RunError FromSystemError(const std::error_code& ec, const std::string& path) {
+    if (ec == std::errc::no_such_file_or_directory) return base::err::PathNotFound(path);
+    if (ec == std::errc::permission_denied) return {base::err::kPermissionDenied, "Permission denied: " + path};
+    return base::err::PathFileAccess(path);
 }
 
 }  // namespace
@@ -50,12 +50,12 @@ std::string ReadTextFile(const std::string& path) {
     return EndsInMkr(path) ? Cp1252FromUtf16(bytes) : bytes;
 }
 
-bool WriteTextFile(app::AppContext& ctx, const std::string& path, const std::string& text) {
+bool WriteTextFile(base::RunContext& ctx, const std::string& path, const std::string& text) {
     const fs::path host = HostPath(path);
     {
         std::ofstream out(host, std::ios::binary | std::ios::trunc);
         if (!out.is_open()) {
-            ctx.report(app::err::PathFileAccess(path), "myfile");
+            ctx.report(base::err::PathFileAccess(path), "myfile");
         } else {
             out.write(text.data(), static_cast<std::streamsize>(text.size()));
         }
@@ -63,17 +63,17 @@ bool WriteTextFile(app::AppContext& ctx, const std::string& path, const std::str
     ForgetPath(path);
     if (ctx.ui) ctx.ui->pump();
     if (FileLength(path) > 0) return true;
-    if (ctx.ui) ctx.ui->message("An error occurred while writing " + path, app::Icon::Exclamation);
+    if (ctx.ui) ctx.ui->message("An error occurred while writing " + path, base::Icon::Exclamation);
     return false;
 }
 
-app::Status WriteBatch(const std::string& path, const std::string& text) {
+base::Status WriteBatch(const std::string& path, const std::string& text) {
     std::ofstream out(HostPath(path), std::ios::binary | std::ios::trunc);
     ForgetPath(path);
-    if (!out.is_open()) return app::err::PathFileAccess(path);
+    if (!out.is_open()) return base::err::PathFileAccess(path);
     out << text << "\r\n";
     out.close();
-    if (!out) return app::err::PathFileAccess(path);
+    if (!out) return base::err::PathFileAccess(path);
     return std::nullopt;
 }
 
@@ -85,12 +85,12 @@ bool CreatePath(const std::string& path) {
     return fs::is_directory(host, ec);
 }
 
-app::Status DeleteFolderTree(app::AppContext& ctx, const std::string& path) {
+base::Status DeleteFolderTree(base::RunContext& ctx, const std::string& path) {
     const fs::path host = HostPath(path);
     std::error_code ec;
-    app::Status status;
+    base::Status status;
     if (!fs::is_directory(host, ec)) {
-        status = app::err::PathNotFound(path);
+        status = base::err::PathNotFound(path);
     } else {
         // Read-only entries are made writable first: the delete is forced.
         for (auto it = fs::recursive_directory_iterator(host, ec); !ec && it != fs::recursive_directory_iterator();
@@ -106,20 +106,20 @@ app::Status DeleteFolderTree(app::AppContext& ctx, const std::string& path) {
     return status;
 }
 
-app::Status CopyFolderTree(const std::string& from, const std::string& to, bool overwrite) {
+base::Status CopyFolderTree(const std::string& from, const std::string& to, bool overwrite) {
     const fs::path source = HostPath(from);
     std::error_code ec;
-    if (!fs::is_directory(source, ec)) return app::err::PathNotFound(from);
+    if (!fs::is_directory(source, ec)) return base::err::PathNotFound(from);
     const fs::path target = HostPath(to);
     fs::create_directories(target, ec);
-    app::Status status;
+    base::Status status;
     for (auto it = fs::recursive_directory_iterator(source, ec); !ec && it != fs::recursive_directory_iterator();
          it.increment(ec)) {
         const fs::path dest = target / fs::relative(it->path(), source, ec);
         if (it->is_directory(ec)) {
             fs::create_directories(dest, ec);
         } else if (!overwrite && fs::exists(dest, ec)) {
-            if (!status) status = app::RunError{58, "File already exists: " + SystemPath(dest)};
+            if (!status) status = base::RunError{58, "File already exists: " + SystemPath(dest)};
         } else {
             fs::copy_file(it->path(), dest, fs::copy_options::overwrite_existing, ec);
             if (ec && !status) status = FromSystemError(ec, SystemPath(dest));
@@ -130,20 +130,20 @@ app::Status CopyFolderTree(const std::string& from, const std::string& to, bool 
     return status;
 }
 
-app::Status CopyFileReplacing(const std::string& from, const std::string& to) {
+base::Status CopyFileReplacing(const std::string& from, const std::string& to) {
     std::error_code ec;
     const fs::path source = HostPath(from);
-    if (!fs::is_regular_file(source, ec)) return app::err::FileNotFound(from);
+    if (!fs::is_regular_file(source, ec)) return base::err::FileNotFound(from);
     fs::copy_file(source, HostPath(to), fs::copy_options::overwrite_existing, ec);
     ForgetPath(to);
     if (ec) return FromSystemError(ec, to);
     return std::nullopt;
 }
 
-app::Status DeleteFile(const std::string& path) {
+base::Status DeleteFile(const std::string& path) {
     std::error_code ec;
     const fs::path host = HostPath(path);
-    if (!fs::is_regular_file(host, ec)) return app::err::FileNotFound(path);
+    if (!fs::is_regular_file(host, ec)) return base::err::FileNotFound(path);
     fs::remove(host, ec);
     ForgetPath(path);
     if (ec) return FromSystemError(ec, path);

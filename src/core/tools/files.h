@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "app/app_context.h"
-#include "app/run_error.h"
+#include "base/run_context.h"
+#include "base/run_error.h"
 
 namespace ferrolund::tools {
 
@@ -22,20 +22,20 @@ std::string ReadTextFile(const std::string& path);
 // Replaces the file with `text`, lets events through, and warns "An error occurred while
 // writing <path>" when the file then has no length, which an empty text always gives.
 // Gives true when the file holds something.
-bool WriteTextFile(app::AppContext& ctx, const std::string& path, const std::string& text);
+bool WriteTextFile(base::RunContext& ctx, const std::string& path, const std::string& text);
 // Writes a batch file: the text and a line end.
-app::Status WriteBatch(const std::string& path, const std::string& text);
+base::Status WriteBatch(const std::string& path, const std::string& text);
 
 // Creates every missing level of the path; true when the whole path exists afterwards.
 bool CreatePath(const std::string& path);
 // Deletes the folder and all it holds; a missing folder is an error.
-app::Status DeleteFolderTree(app::AppContext& ctx, const std::string& path);
+base::Status DeleteFolderTree(base::RunContext& ctx, const std::string& path);
 // Copies a folder with all it holds. Without `overwrite`, a file that exists at the
 // target is an error and is left as it was.
-app::Status CopyFolderTree(const std::string& from, const std::string& to, bool overwrite);
+base::Status CopyFolderTree(const std::string& from, const std::string& to, bool overwrite);
 // Copies one file, replacing an old target.
-app::Status CopyFileReplacing(const std::string& from, const std::string& to);
-app::Status DeleteFile(const std::string& path);
+base::Status CopyFileReplacing(const std::string& from, const std::string& to);
+base::Status DeleteFile(const std::string& path);
 // The length of a file in bytes, -1 when it does not exist.
 long long FileLength(const std::string& path);
 

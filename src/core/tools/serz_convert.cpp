@@ -22,7 +22,7 @@ std::string ExternalConverter() {
     return prefix == nullptr ? std::string() : std::string(prefix);
 }
 
-app::RunError ConversionFailed(const std::string& reason) { return {app::err::kPathFileAccess, reason}; }
+base::RunError ConversionFailed(const std::string& reason) { return {base::err::kPathFileAccess, reason}; }
 
 void RemoveTarget(const std::string& target) {
     std::error_code ignored;
@@ -30,7 +30,7 @@ void RemoveTarget(const std::string& target) {
     ForgetPath(target);
 }
 
-app::Status RunExternal(app::AppContext& ctx, const std::string& prefix, const std::string& source,
+base::Status RunExternal(base::RunContext& ctx, const std::string& prefix, const std::string& source,
                         const std::string& target, SerzDirection direction) {
     SetWorkingFolder(ctx, ctx.appRoot);
     std::string command =
@@ -49,13 +49,13 @@ std::string SerzCommandLine(const std::string& prefix, const std::string& source
            "\"";
 }
 
-app::Status SerzConvert(app::AppContext& ctx, const std::string& source, const std::string& target,
+base::Status SerzConvert(base::RunContext& ctx, const std::string& source, const std::string& target,
                         SerzDirection direction) {
     try {
         RemoveTarget(target);
         std::string external = ExternalConverter();
         if (!external.empty()) return RunExternal(ctx, external, source, target, direction);
-        if (FileLength(source) < 0) return app::err::FileNotFound(source);
+        if (FileLength(source) < 0) return base::err::FileNotFound(source);
         auto failure = serz::ConvertFile(HostPath(source), HostPath(target), direction);
         ForgetPath(target);
         if (failure) return ConversionFailed(Cp1252FromUtf8(failure->message));
@@ -67,19 +67,19 @@ app::Status SerzConvert(app::AppContext& ctx, const std::string& source, const s
     }
 }
 
-app::Status SerzReadXml(app::AppContext& ctx, const std::string& source, std::string& xml) {
+base::Status SerzReadXml(base::RunContext& ctx, const std::string& source, std::string& xml) {
     xml.clear();
     try {
         std::string external = ExternalConverter();
         if (!external.empty()) {
             CreatePath(ctx.appPath("TempFiles"));
             std::string scratch = ctx.appPath("TempFiles\\serz-read.xml");
-            app::Status status = SerzConvert(ctx, source, scratch, SerzDirection::ToXml);
+            base::Status status = SerzConvert(ctx, source, scratch, SerzDirection::ToXml);
             if (!status) xml = ReadTextFile(scratch);
             RemoveTarget(scratch);
             return status;
         }
-        if (FileLength(source) < 0) return app::err::FileNotFound(source);
+        if (FileLength(source) < 0) return base::err::FileNotFound(source);
         std::string binary = ReadTextFile(source);
         if (auto failure = serz::BinaryToXml(binary, xml)) {
             return ConversionFailed(source + ": " + Cp1252FromUtf8(failure->message));

@@ -9,8 +9,8 @@
 
 #include <string>
 
-#include "app/app_context.h"
-#include "app/run_error.h"
+#include "base/run_context.h"
+#include "base/run_error.h"
 #include "serz/file_conversion.h"
 
 namespace ferrolund::tools {
@@ -19,7 +19,7 @@ using SerzDirection = serz::Direction;
 
 // Paths are system strings. An old target is removed first, so that a target present
 // afterwards is always this conversion's work; a failure leaves none.
-app::Status SerzConvert(app::AppContext& ctx, const std::string& source, const std::string& target,
+base::Status SerzConvert(base::RunContext& ctx, const std::string& source, const std::string& target,
                         SerzDirection direction);
 
 // The outside converter's command line: `<prefix> "<source>" xml:"<target>"` (or bin:).
@@ -28,6 +28,6 @@ std::string SerzCommandLine(const std::string& prefix, const std::string& source
 
 // For callers that convert only to read: the XML text of a binary file, in memory with
 // the built-in codec (through a scratch file in TempFiles with an outside one).
-app::Status SerzReadXml(app::AppContext& ctx, const std::string& source, std::string& xml);
+base::Status SerzReadXml(base::RunContext& ctx, const std::string& source, std::string& xml);
 
 }  // namespace ferrolund::tools

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kNameLanguages[] = {"English", "French", "Italian", "German", "Spanish"};
 
-app::RunError InvalidCall() { return {5, "Invalid procedure call or argument"}; }
+base::RunError InvalidCall() { return {5, "Invalid procedure call or argument"}; }
 
 std::string Join(std::string_view a, std::string_view b, std::string_view c = {}) {
     std::string out;
@@ -72,7 +72,7 @@ std::string_view Between(std::string_view text, long gt, long close) {
 
 }  // namespace
 
-app::Status GetDetail(std::string_view text, long& pos, std::string_view tag, std::string& value,
+base::Status GetDetail(std::string_view text, long& pos, std::string_view tag, std::string& value,
                       const TagOptions& options) {
     const Located at = Locate(text, pos, tag, options, true);
     switch (at.kind) {
@@ -94,16 +94,16 @@ app::Status GetDetail(std::string_view text, long& pos, std::string_view tag, st
     return std::nullopt;
 }
 
-app::Status GetDetail2(std::string_view text, long& pos, std::string_view tag, std::string& value) {
+base::Status GetDetail2(std::string_view text, long& pos, std::string_view tag, std::string& value) {
     return GetDetail(text, pos, tag, value, kGetDetail2Options);
 }
 
-app::Status PutDetail(std::string& text, long& pos, std::string_view tag, std::string_view value,
+base::Status PutDetail(std::string& text, long& pos, std::string_view tag, std::string_view value,
                       const TagOptions& options) {
     const Located at = Locate(text, pos, tag, options, false);
     if (at.kind != Located::Element) {
         if (options.movePosition) pos = 0;
-        return at.kind == Located::Broken ? app::Status(InvalidCall()) : std::nullopt;
+        return at.kind == Located::Broken ? base::Status(InvalidCall()) : std::nullopt;
     }
     const std::string_view written = options.trimValue ? TrimBlanks(value) : value;
     text.replace(static_cast<std::size_t>(at.gt), static_cast<std::size_t>(at.close - at.gt - 1), written);
@@ -111,12 +111,12 @@ app::Status PutDetail(std::string& text, long& pos, std::string_view tag, std::s
     return std::nullopt;
 }
 
-app::Status PutTime(std::string& text, long& pos, std::string_view tag, double seconds,
+base::Status PutTime(std::string& text, long& pos, std::string_view tag, double seconds,
                     const TagOptions& options) {
     const Located at = Locate(text, pos, tag, options, false);
     if (at.kind != Located::Element) {
         if (options.movePosition) pos = 0;
-        return at.kind == Located::Broken ? app::Status(InvalidCall()) : std::nullopt;
+        return at.kind == Located::Broken ? base::Status(InvalidCall()) : std::nullopt;
     }
     // The old value as a whole number, rounded half to even as the platform did.
     const double old = std::nearbyint(VbVal(TrimBlanks(Between(text, at.gt, at.close))));

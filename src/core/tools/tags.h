@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/run_error.h"
+#include "base/run_error.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::tools {
@@ -45,20 +45,20 @@ inline constexpr TagOptions kPhysicsTagOptions{.emptyElementTest = true};
 // Found: `value` is the text between, pos the closing tag's position. Missing: pos 0,
 // the value as the options say. An opening tag without its '>' or closing tag is an
 // error value (5, invalid procedure call), with pos 0 and the value kept.
-app::Status GetDetail(std::string_view text, long& pos, std::string_view tag, std::string& value,
+base::Status GetDetail(std::string_view text, long& pos, std::string_view tag, std::string& value,
                       const TagOptions& options = {});
 // The same with a missing tag giving "exit".
-app::Status GetDetail2(std::string_view text, long& pos, std::string_view tag, std::string& value);
+base::Status GetDetail2(std::string_view text, long& pos, std::string_view tag, std::string& value);
 
 // Rebuilds `text` as everything up to and including that '>', the value, and
 // everything from "</" + tag on. pos becomes the closing tag's position as it was in
 // the old text. Missing: pos 0, the text unchanged.
-app::Status PutDetail(std::string& text, long& pos, std::string_view tag, std::string_view value,
+base::Status PutDetail(std::string& text, long& pos, std::string_view tag, std::string_view value,
                       const TagOptions& options = {});
 
 // Adds `seconds` to the element's old value, taken as a whole number (rounded half to
 // even), and writes the sum with the pattern "00000.0000", as PutDetail does.
-app::Status PutTime(std::string& text, long& pos, std::string_view tag, double seconds,
+base::Status PutTime(std::string& text, long& pos, std::string_view tag, double seconds,
                     const TagOptions& options = {});
 
 // The localised name from pos: "<" + locTag, then "</" + locTag, then back from there

@@ -85,13 +85,13 @@ bool Spared(const std::string& text, long hit, Spare spare) {
 }
 
 // Runs the passes in order; the first overflow is kept as the routine's error.
-app::Status RunPasses(std::string& text, std::span<const Pass> passes, CaseRule rule) {
-    app::Status overflow;
+base::Status RunPasses(std::string& text, std::span<const Pass> passes, CaseRule rule) {
+    base::Status overflow;
     for (const Pass& pass : passes) {
         long hit = InStr(1, text, pass.find, rule);
         while (hit > 0) {
             if (hit > kLastPosition) {
-                if (!overflow) overflow = app::err::Overflow();
+                if (!overflow) overflow = base::err::Overflow();
                 break;
             }
             if (!Spared(text, hit, pass.spare)) {
@@ -109,26 +109,26 @@ bool HoldsFileForm(std::string_view text) {
 
 }  // namespace
 
-app::Status FixEntities(std::string& text, app::Ui* ui) {
+base::Status FixEntities(std::string& text, base::Ui* ui) {
     if (!HoldsFileForm(text)) return std::nullopt;
-    app::Status overflow = RunPasses(text, kFixPasses, CaseRule::Ignore);
+    base::Status overflow = RunPasses(text, kFixPasses, CaseRule::Ignore);
     if (ui != nullptr) ui->pump();
     return overflow;
 }
 
-std::string FixEntitiesCopy(std::string_view text, app::Status& overflow) {
+std::string FixEntitiesCopy(std::string_view text, base::Status& overflow) {
     std::string copy(text);
     overflow = HoldsFileForm(copy) ? RunPasses(copy, kFixPasses, CaseRule::Ignore) : std::nullopt;
     return copy;
 }
 
 std::string FixEntitiesCopy(std::string_view text) {
-    app::Status ignored;
+    base::Status ignored;
     return FixEntitiesCopy(text, ignored);
 }
 
-app::Status ReplaceApos(std::string& text) { return RunPasses(text, kReplaceAposPasses, CaseRule::Exact); }
+base::Status ReplaceApos(std::string& text) { return RunPasses(text, kReplaceAposPasses, CaseRule::Exact); }
 
-app::Status ReplaceApos2(std::string& text) { return RunPasses(text, kReplaceApos2Passes, CaseRule::Exact); }
+base::Status ReplaceApos2(std::string& text) { return RunPasses(text, kReplaceApos2Passes, CaseRule::Exact); }
 
 }  // namespace ferrolund::tools

@@ -13,17 +13,17 @@
 #include <string>
 #include <string_view>
 
-#include "app/run_error.h"
-#include "app/ui.h"
+#include "base/run_error.h"
+#include "base/ui.h"
 
 namespace ferrolund::tools {
 
 // In place; lets pending events through at its end when it had something to do.
-app::Status FixEntities(std::string& text, app::Ui* ui = nullptr);
+base::Status FixEntities(std::string& text, base::Ui* ui = nullptr);
 std::string FixEntitiesCopy(std::string_view text);
-std::string FixEntitiesCopy(std::string_view text, app::Status& overflow);
+std::string FixEntitiesCopy(std::string_view text, base::Status& overflow);
 
-app::Status ReplaceApos(std::string& text);
-app::Status ReplaceApos2(std::string& text);
+base::Status ReplaceApos(std::string& text);
+base::Status ReplaceApos2(std::string& text);
 
 }  // namespace ferrolund::tools

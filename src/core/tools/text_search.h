@@ -31,4 +31,7 @@ std::string_view Mid(std::string_view text, long start, long length = -1);
 // Blanks (spaces only) removed from both ends.
 std::string_view TrimBlanks(std::string_view text);
 
+// A '*' and '?' match of a whole name; both sides are compared as given.
+bool WildcardMatch(std::string_view mask, std::string_view name);
+
 }  // namespace ferrolund::tools

@@ -63,7 +63,7 @@ std::vector<std::string> SplitCommandLine(const std::string& command) {
     return args;
 }
 
-void SetWorkingFolder(app::AppContext& ctx, const std::string& folder) { ctx.workingFolder = folder; }
+void SetWorkingFolder(base::RunContext& ctx, const std::string& folder) { ctx.workingFolder = folder; }
 
 namespace {
 
@@ -83,10 +83,10 @@ std::string ResolveProgram(const std::string& program, const fs::path& workingFo
 
 }  // namespace
 
-long ToolRunner(app::AppContext& ctx, const std::string& command, bool pumpEvents, WindowStyle style) {
+long ToolRunner(base::RunContext& ctx, const std::string& command, bool pumpEvents, WindowStyle style) {
     const std::vector<std::string> args = SplitCommandLine(command);
     if (args.empty()) {
-        ctx.report(app::err::FileNotFound(command), "ToolRunner");
+        ctx.report(base::err::FileNotFound(command), "ToolRunner");
         return 0;
     }
     // Batch files are run by the built-in interpreter, in the working folder; what failed in
@@ -117,7 +117,7 @@ long ToolRunner(app::AppContext& ctx, const std::string& command, bool pumpEvent
     const int rc = posix_spawnp(&pid, cargv[0], &actions, nullptr, cargv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (rc != 0) {
-        ctx.report(app::err::FileNotFound(args[0]), "ToolRunner");
+        ctx.report(base::err::FileNotFound(args[0]), "ToolRunner");
         return 0;
     }
     while (true) {

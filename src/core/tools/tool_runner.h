@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/app_context.h"
+#include "base/run_context.h"
 
 namespace ferrolund::tools {
 
@@ -16,10 +16,10 @@ enum class WindowStyle { Hidden = 0, Normal = 1 };
 // letting the screen's events through between polls. Gives the process id, or 0 when it
 // could not start: that failure has then been reported, and the caller finds no output.
 // The exit code is not returned: a tool is judged by its output files.
-long ToolRunner(app::AppContext& ctx, const std::string& command, bool pumpEvents, WindowStyle style);
+long ToolRunner(base::RunContext& ctx, const std::string& command, bool pumpEvents, WindowStyle style);
 
 // Sets the folder where the next tool starts.
-void SetWorkingFolder(app::AppContext& ctx, const std::string& folder);
+void SetWorkingFolder(base::RunContext& ctx, const std::string& folder);
 
 // Splits a command line as Windows programs do: blanks separate, double quotes group,
 // backslashes before a quote escape it.

@@ -39,7 +39,7 @@ const std::pair<int, const char*> kCaptionTexts[] = {
 
 frmEditor::frmEditor(app::AppContext& ctx, QtUi& ui, QWidget* parent) : QMainWindow(parent), ctx_(ctx), ui_(ui) {
     setObjectName("frmEditor");
-    setWindowTitle(app::kProgramTitle);
+    setWindowTitle(base::kProgramTitle);
     resize(1024, 720);  // the design size, kept on a first run
     registerCommands();
     buildMenu();

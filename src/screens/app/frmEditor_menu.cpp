@@ -128,11 +128,11 @@ void RegisterOptionCommands(MenuCommands& menu) {
     menu.add("mnuSP", [&ctx] {
         ctx.ui->message("SuperPicture2.ocx is a Windows control. Ferrolund shows pictures without it here, so "
                         "there is nothing to register.",
-                        app::Icon::Information);
+                        base::Icon::Information);
     });
     menu.add("mnuRSBT", [&ctx] {
         ctx.ui->message("RSBinTool is a Windows program and cannot be run here:\n" + ctx.prefs.rsBinToolPath,
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
     });
 }
 

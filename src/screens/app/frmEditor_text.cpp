@@ -182,7 +182,7 @@ void frmEditor::openSelectedRouteFolder() {
     tabs_->setCurrentIndex(0);
     if (!runMenuCommand(command)) {
         doc_.openFromList = false;
-        ctx_.ui->message("This version of Ferrolund cannot open " + ctx_.commandFile + " yet.", app::Icon::Information);
+        ctx_.ui->message("This version of Ferrolund cannot open " + ctx_.commandFile + " yet.", base::Icon::Information);
     }
 }
 

@@ -12,42 +12,42 @@ namespace ferrolund::screens {
 
 namespace {
 
-QMessageBox::Icon QtIcon(app::Icon icon) {
+QMessageBox::Icon QtIcon(base::Icon icon) {
     switch (icon) {
-        case app::Icon::Information: return QMessageBox::Information;
-        case app::Icon::Exclamation: return QMessageBox::Warning;
-        case app::Icon::Critical: return QMessageBox::Critical;
-        case app::Icon::Question: return QMessageBox::Question;
-        case app::Icon::None: break;
+        case base::Icon::Information: return QMessageBox::Information;
+        case base::Icon::Exclamation: return QMessageBox::Warning;
+        case base::Icon::Critical: return QMessageBox::Critical;
+        case base::Icon::Question: return QMessageBox::Question;
+        case base::Icon::None: break;
     }
     return QMessageBox::NoIcon;
 }
 
-QString Title(const std::string& title) { return ToQt(title.empty() ? std::string(app::kProgramTitle) : title); }
+QString Title(const std::string& title) { return ToQt(title.empty() ? std::string(base::kProgramTitle) : title); }
 
 }  // namespace
 
-void QtUi::message(const std::string& text, app::Icon icon, const std::string& title) {
+void QtUi::message(const std::string& text, base::Icon icon, const std::string& title) {
     QMessageBox box(QtIcon(icon), Title(title), ToQt(text), QMessageBox::Ok, parent_);
     box.exec();
 }
 
-app::Answer QtUi::ask(const std::string& text, app::Buttons buttons, app::Icon icon, const std::string& title) {
+base::Answer QtUi::ask(const std::string& text, base::Buttons buttons, base::Icon icon, const std::string& title) {
     QMessageBox::StandardButtons qtButtons = QMessageBox::Ok;
     switch (buttons) {
-        case app::Buttons::Ok: qtButtons = QMessageBox::Ok; break;
-        case app::Buttons::OkCancel: qtButtons = QMessageBox::Ok | QMessageBox::Cancel; break;
-        case app::Buttons::YesNo: qtButtons = QMessageBox::Yes | QMessageBox::No; break;
-        case app::Buttons::YesNoCancel: qtButtons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel; break;
-        case app::Buttons::RetryCancel: qtButtons = QMessageBox::Retry | QMessageBox::Cancel; break;
+        case base::Buttons::Ok: qtButtons = QMessageBox::Ok; break;
+        case base::Buttons::OkCancel: qtButtons = QMessageBox::Ok | QMessageBox::Cancel; break;
+        case base::Buttons::YesNo: qtButtons = QMessageBox::Yes | QMessageBox::No; break;
+        case base::Buttons::YesNoCancel: qtButtons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel; break;
+        case base::Buttons::RetryCancel: qtButtons = QMessageBox::Retry | QMessageBox::Cancel; break;
     }
     QMessageBox box(QtIcon(icon), Title(title), ToQt(text), qtButtons, parent_);
     switch (box.exec()) {
-        case QMessageBox::Yes: return app::Answer::Yes;
-        case QMessageBox::No: return app::Answer::No;
-        case QMessageBox::Ok: return app::Answer::Ok;
-        case QMessageBox::Retry: return app::Answer::Retry;
-        default: return app::Answer::Cancel;
+        case QMessageBox::Yes: return base::Answer::Yes;
+        case QMessageBox::No: return base::Answer::No;
+        case QMessageBox::Ok: return base::Answer::Ok;
+        case QMessageBox::Retry: return base::Answer::Retry;
+        default: return base::Answer::Cancel;
     }
 }
 

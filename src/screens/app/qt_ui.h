@@ -5,13 +5,13 @@
 #include <QWidget>
 #include <functional>
 
-#include "app/ui.h"
+#include "base/ui.h"
 
 class QProgressBar;
 
 namespace ferrolund::screens {
 
-class QtUi : public app::Ui {
+class QtUi : public base::Ui {
 public:
     explicit QtUi(QWidget* parent = nullptr) : parent_(parent) {}
 
@@ -20,8 +20,8 @@ public:
     std::function<void(int, const QString&)> showStatus;
     QPointer<QProgressBar> progressBar;
 
-    void message(const std::string& text, app::Icon icon, const std::string& title) override;
-    app::Answer ask(const std::string& text, app::Buttons buttons, app::Icon icon,
+    void message(const std::string& text, base::Icon icon, const std::string& title) override;
+    base::Answer ask(const std::string& text, base::Buttons buttons, base::Icon icon,
                     const std::string& title) override;
     std::optional<std::string> input(const std::string& title, const std::string& prompt,
                                      const std::string& defaultText) override;

@@ -56,7 +56,7 @@ void RegisterArchiveCommands(MenuCommands& menu) {
         const auto bytes = AskReportFile(ctx, "Open Excel Report", "Excel file (*.xls)|*.xls");
         if (!bytes) return;
         auto parsed = archives::ParseXls(*bytes);
-        if (auto* error = std::get_if<app::RunError>(&parsed)) {
+        if (auto* error = std::get_if<base::RunError>(&parsed)) {
             ctx.report(*error, "frmEditor");
             return;
         }

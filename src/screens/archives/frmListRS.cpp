@@ -320,7 +320,7 @@ void frmListRS::selectMainContent() {
 void frmListRS::copyRow(int row) {
     if (row < 0) return;
     QApplication::clipboard()->setText(ToQt(grid_.rowText(static_cast<std::size_t>(row))));
-    if (ctx_.ui) ctx_.ui->message("Data has been sent to clipboard.", app::Icon::Information);
+    if (ctx_.ui) ctx_.ui->message("Data has been sent to clipboard.", base::Icon::Information);
 }
 
 void frmListRS::closeEvent(QCloseEvent* event) {

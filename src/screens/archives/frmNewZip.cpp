@@ -208,9 +208,9 @@ void frmNewZip::closeArchive() {
 
 bool frmNewZip::startPackaging() {
     if (!ctx_.ui) return false;
-    const app::Answer a = ctx_.ui->ask("Click OK to start processing zip file (may take a little time)",
-                                       app::Buttons::OkCancel, app::Icon::Information);
-    if (a != app::Answer::Ok) return false;
+    const base::Answer a = ctx_.ui->ask("Click OK to start processing zip file (may take a little time)",
+                                       base::Buttons::OkCancel, base::Icon::Information);
+    if (a != base::Answer::Ok) return false;
     const std::string name = FromQt(name_->text().trimmed());
     if (ctx_.ui) ctx_.ui->busy(true);
     zip_.createArchive(ctx_, ctx_.appPath(name), 0);

@@ -62,7 +62,7 @@ void HighlightController::toggle() {
     if (documentName_ && editor::ColouringRefused(documentName_())) {
         ctx_.ui->message("Do not highlight the text in GeoPcDx or TgPcDx files\n"
                          "as the data blob section causes the option to lock up.",
-                         app::Icon::Exclamation);
+                         base::Icon::Exclamation);
         return;
     }
     const std::string caption = FromQt(button_->text());
@@ -83,7 +83,7 @@ void HighlightController::colourPane(PaneColours& colours) {
     QPlainTextEdit* pane = colours.pane;
     if (!pane) return;
     if (pane->document()->isEmpty()) {
-        ctx_.ui->message("No text selected", app::Icon::None);
+        ctx_.ui->message("No text selected", base::Icon::None);
         return;
     }
     ctx_.ui->busy(true);

@@ -116,7 +116,7 @@ void XmlTreePane::setDocumentName(const std::string& path) { label7_->setText(To
 void XmlTreePane::load(const std::string& xmlSystemPath) {
     ctx_.currentRoutine = "LoadXMLFile";
     ctx_.ui->busy(true);
-    app::Status status;
+    base::Status status;
     model_->reset([&] {
         editor_.selected = kNoNode;
         editor_.bold.clear();
@@ -219,7 +219,7 @@ void XmlTreePane::markAndSelect(NodeId node, bool clearSelection) {
 bool XmlTreePane::showFindDialog() {
     QDialog dialog(this);
     dialog.setObjectName("dlgFind");
-    dialog.setWindowTitle(app::kProgramTitle);
+    dialog.setWindowTitle(base::kProgramTitle);
     auto* label = new QLabel("Is this the item you wished to find?", &dialog);
     auto* buttons = new QDialogButtonBox(&dialog);
     QPushButton* more = buttons->addButton("&Continue", QDialogButtonBox::AcceptRole);

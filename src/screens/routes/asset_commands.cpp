@@ -36,7 +36,7 @@ struct AssetCommands {
 
     bool selectedRoute(routes::CheckedRoute& r) {
         if (form.selectedRoute(r)) return true;
-        ctx.ui->message(ctx.langText(157, {}, kModule), app::Icon::Exclamation);
+        ctx.ui->message(ctx.langText(157, {}, kModule), base::Icon::Exclamation);
         return false;
     }
 
@@ -92,7 +92,7 @@ struct AssetCommands {
         routes::ProviderProduct pp;
         if (form.running() || !listed) return;
         if (!selectedPair(pp)) {
-            ctx.ui->message(ctx.langText(444, {}, kModule), app::Icon::Exclamation);
+            ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
             return;
         }
         form.showNotes({});

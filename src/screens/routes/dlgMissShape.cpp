@@ -110,7 +110,7 @@ void dlgMissShape::pickFile() {
     if (!file || file->empty()) return;
     if (!takePath(*file))
         ctx_.ui->message(*file + "\nis not below " + ctx_.gameRoot() + "\\Assets\\<Provider>\\<Product>.",
-                         app::Icon::Exclamation);
+                         base::Icon::Exclamation);
 }
 
 void dlgMissShape::acceptChoice() {
@@ -123,7 +123,7 @@ void dlgMissShape::acceptChoice() {
     if (!path.empty() && !EndsWith(path, ".xml")) {
         if (ctx_.ui)
             ctx_.ui->message("The Path of selected Asset must be the asset's .xml (or .bin) blueprint.",
-                             app::Icon::Exclamation);
+                             base::Icon::Exclamation);
         return;
     }
     text3_->setText(ToQt(path));

@@ -69,13 +69,13 @@ QColor ColourOf(std::uint32_t rgb) { return QColor((rgb >> 16) & 0xff, (rgb >> 8
 
 // While a check runs, its progress goes to the screen's own bar as well, and every other
 // call to the person at the screen is passed on unchanged.
-class frmDelRoute::RunUi : public app::Ui {
+class frmDelRoute::RunUi : public base::Ui {
 public:
-    RunUi(frmDelRoute& form, app::Ui* inner) : form_(form), inner_(inner) {}
-    void message(const std::string& text, app::Icon icon, const std::string& title) override {
+    RunUi(frmDelRoute& form, base::Ui* inner) : form_(form), inner_(inner) {}
+    void message(const std::string& text, base::Icon icon, const std::string& title) override {
         inner_->message(text, icon, title);
     }
-    app::Answer ask(const std::string& text, app::Buttons buttons, app::Icon icon, const std::string& title) override {
+    base::Answer ask(const std::string& text, base::Buttons buttons, base::Icon icon, const std::string& title) override {
         return inner_->ask(text, buttons, icon, title);
     }
     std::optional<std::string> input(const std::string& title, const std::string& prompt,
@@ -103,7 +103,7 @@ public:
 
 private:
     frmDelRoute& form_;
-    app::Ui* inner_;
+    base::Ui* inner_;
 };
 
 frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent), ctx_(ctx) {
@@ -339,10 +339,10 @@ void frmDelRoute::deleteScenarios() {
         if (!row.routeFolder.empty())
             folders.push_back(ctx_.gameRoot() + "\\Content\\Routes\\" + row.routeFolder + "\\Scenarios\\" + row.folder);
     if (folders.empty()) {
-        ctx_.ui->message(ctx_.langText(156, {}, kModule), app::Icon::Exclamation);
+        ctx_.ui->message(ctx_.langText(156, {}, kModule), base::Icon::Exclamation);
         return;
     }
-    if (ctx_.ui->ask(ctx_.langText(155, {}, kModule), app::Buttons::YesNo, app::Icon::Question) != app::Answer::Yes)
+    if (ctx_.ui->ask(ctx_.langText(155, {}, kModule), base::Buttons::YesNo, base::Icon::Question) != base::Answer::Yes)
         return;
     for (const std::string& folder : folders) ctx_.report(tools::DeleteFolderTree(ctx_, folder), kModule);
     listScenarios();
@@ -373,12 +373,12 @@ bool frmDelRoute::runLong(const std::function<void()>& work) {
     if (running_) return false;
     setRunning(true);
     ctx_.abortFlag = false;
-    app::Ui* screenUi = ctx_.ui;
+    base::Ui* screenUi = ctx_.ui;
     RunUi relay(*this, screenUi);
     ctx_.ui = &relay;
     struct Restore {
         frmDelRoute& form;
-        app::Ui* ui;
+        base::Ui* ui;
         ~Restore() {
             form.ctx_.ui = ui;
             form.setRunning(false);
@@ -429,7 +429,7 @@ void frmDelRoute::checkSelectedRoute() {
     routes::CheckedRoute route;
     if (running_) return;
     if (!selectedRoute(route)) {
-        ctx_.ui->message(ctx_.langText(157, {}, kModule), app::Icon::Exclamation);
+        ctx_.ui->message(ctx_.langText(157, {}, kModule), base::Icon::Exclamation);
         return;
     }
     showNotes({});
@@ -457,7 +457,7 @@ frmDelRoute* ShowDelRoute(app::AppContext& ctx, QWidget* parent) {
     auto* screen = new frmDelRoute(ctx, parent);
     if (!screen->loadRoutes()) {
         delete screen;
-        ctx.ui->message("Run 'Index route properties' before using this option.", app::Icon::Information);
+        ctx.ui->message("Run 'Index route properties' before using this option.", base::Icon::Information);
         return nullptr;
     }
     screen->setAttribute(Qt::WA_DeleteOnClose);

@@ -103,7 +103,7 @@ void frmFindLoco::listScenarios() {
     stockRead_ = false;
     const QList<QTableWidgetItem*> picked = list1_->selectedItems();
     if (picked.isEmpty()) {
-        ctx_.ui->message(ctx_.langText(157, {}, "frmDelRoute"), app::Icon::Exclamation);
+        ctx_.ui->message(ctx_.langText(157, {}, "frmDelRoute"), base::Icon::Exclamation);
         return;
     }
     const int r = picked.front()->row();
@@ -117,7 +117,7 @@ void frmFindLoco::listScenarios() {
 void frmFindLoco::listStock() {
     ctx_.currentRoutine = "Command15_Click";
     if (listed_.empty()) {
-        ctx_.ui->message("List the scenarios of a route first.", app::Icon::Information);
+        ctx_.ui->message("List the scenarios of a route first.", base::Icon::Information);
         return;
     }
     setRunning(true);

@@ -115,7 +115,7 @@ void frmMissList::loadCsv() {
     const auto file = ctx_.ui->chooseOpenFile("Load Grid from File", "Comma Separated (*.csv)|*.csv", reports);
     if (!file || !EndsInCsv(*file)) return;
     if (!tools::FileExists(*file)) {
-        ctx_.ui->message(*file + "\ncan't be found.", app::Icon::Exclamation);
+        ctx_.ui->message(*file + "\ncan't be found.", base::Icon::Exclamation);
         return;
     }
     showCsv(tools::ReadTextFile(*file));

@@ -72,7 +72,7 @@ void frmMix::process() {
     const std::vector<std::string> names = markedFiles();
     if (names.empty()) {
         ctx_.ui->message("No file is marked: mark the MixMap files to clear, or click \"Select All\".",
-                         app::Icon::Information);
+                         base::Icon::Information);
         return;
     }
     for (QPushButton* b : {selectAll_, process_, close_}) b->setEnabled(false);
@@ -80,7 +80,7 @@ void frmMix::process() {
     if (!runLong_)
         work();
     else if (!runLong_(work))
-        ctx_.ui->message("Another command is still running; try again when it has finished.", app::Icon::Information);
+        ctx_.ui->message("Another command is still running; try again when it has finished.", base::Icon::Information);
     for (QPushButton* b : {selectAll_, process_, close_}) b->setEnabled(true);
     loadFiles();
 }

@@ -17,7 +17,7 @@ constexpr const char* kModule = "frmDelRoute";
 // The selected route, or the box that says none is selected.
 bool RouteOrSay(frmDelRoute& form, routes::CheckedRoute& route) {
     if (form.selectedRoute(route)) return true;
-    form.context().ui->message(form.context().langText(157, {}, kModule), app::Icon::Exclamation);
+    form.context().ui->message(form.context().langText(157, {}, kModule), base::Icon::Exclamation);
     return false;
 }
 
@@ -25,7 +25,7 @@ void CheckProperties(frmDelRoute& form) {
     app::AppContext& ctx = form.context();
     const std::vector<routes::ScenarioRow> scenarios = form.selectedScenarios();
     if (scenarios.empty()) {
-        ctx.ui->message(ctx.langText(156, {}, kModule), app::Icon::Exclamation);
+        ctx.ui->message(ctx.langText(156, {}, kModule), base::Icon::Exclamation);
         return;
     }
     form.runLong([&] { routes::CheckScenarioProperties(ctx, scenarios); });
@@ -41,15 +41,15 @@ void RemoveTerrainTextures(frmDelRoute& form) {
     app::AppContext& ctx = form.context();
     routes::CheckedRoute route;
     if (!RouteOrSay(form, route)) return;
-    if (ctx.ui->ask("Do you really wish to remove terrain textures?", app::Buttons::YesNo, app::Icon::Question) !=
-        app::Answer::Yes)
+    if (ctx.ui->ask("Do you really wish to remove terrain textures?", base::Buttons::YesNo, base::Icon::Question) !=
+        base::Answer::Yes)
         return;
     const std::string folder = routes::MixMapFolder(ctx.gameRoot(), route.folder);
     std::error_code ec;
     if (!std::filesystem::is_directory(tools::HostPath(folder), ec)) {
         ctx.ui->message("The route has no MixMap folder:\n" + folder +
                             "\nIts terrain may be held in an .ap file; extract it first.",
-                        app::Icon::Exclamation);
+                        base::Icon::Exclamation);
         return;
     }
     auto* screen = new frmMix(

@@ -32,7 +32,7 @@ public:
 private:
     bool route(routes::CheckedRoute& r) {
         if (form_.selectedRoute(r)) return true;
-        ctx_.ui->message(ctx_.langText(157, {}, kModule), app::Icon::Exclamation);
+        ctx_.ui->message(ctx_.langText(157, {}, kModule), base::Icon::Exclamation);
         return false;
     }
     bool run(const std::function<void()>& work) { return form_.runLong(work); }
@@ -77,14 +77,14 @@ void StockCommands::allScenarios() {
     ctx_.ui->message(
         "All Scenarios now listed. Now click the button:-\n'List Stock missing in all Scenarios' to "
         "complete\nthis option.",
-        app::Icon::Information);
+        base::Icon::Information);
 }
 
 void StockCommands::scenarioItems() {
     ctx_.currentRoutine = "Command3_Click";
     const std::vector<routes::ScenarioRow> selected = form_.selectedScenarios();
     if (selected.empty()) {
-        ctx_.ui->message(ctx_.langText(156, {}, kModule), app::Icon::Exclamation);
+        ctx_.ui->message(ctx_.langText(156, {}, kModule), base::Icon::Exclamation);
         return;
     }
     std::vector<routes::ScenarioItemLists> found;
@@ -118,7 +118,7 @@ void StockCommands::missingStock() {
     ctx_.currentRoutine = "Command15_Click";
     if (allRoutesListed_.empty() || listedNow() != allRoutesListed_) {
         ctx_.ui->message("Click 'List Scenarios in all routes' first: this option checks the scenarios it lists.",
-                         app::Icon::Information);
+                         base::Icon::Information);
         return;
     }
     const std::vector<routes::StockScenario> scenarios =

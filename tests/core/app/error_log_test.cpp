@@ -103,15 +103,15 @@ TEST_F(ErrorLog, ReportAppendsAndShowsTheStopBox) {
     ctx.ui = &ui;
     ctx.now = [] { return At(2026, 11, 21, 9, 30, 0); };
     ctx.currentRoutine = "Form_Load";
-    ctx.report(RunError{62, "Input past end of file"}, "frmEditor");
-    ctx.report(RunError{6, "Overflow"}, "frmEditor");
+    ctx.report(base::RunError{62, "Input past end of file"}, "frmEditor");
+    ctx.report(base::RunError{6, "Overflow"}, "frmEditor");
 
     const std::string log = root.read("Errors.txt");
     EXPECT_EQ(log, FormatErrorLogEntry(ctx.now(), "Input past end of file", "Form_Load", 62, "frmEditor") +
                        FormatErrorLogEntry(ctx.now(), "Overflow", "Form_Load", 6, "frmEditor"));
     ASSERT_EQ(ui.shown.size(), 2u);
     EXPECT_EQ(ui.shown[0].text, "Error: #62 Input past end of file\n\nModule: frmEditor\nProcedure: Form_Load\n");
-    EXPECT_EQ(ui.shown[0].icon, Icon::Critical);
+    EXPECT_EQ(ui.shown[0].icon, base::Icon::Critical);
     EXPECT_EQ(ui.shown[0].title, "Unexpected Error in Ferrolund V1.0.0001");
 }
 

@@ -1,3 +1,4 @@
+#include "app/app_context.h"
 #include "tools/files.h"
 
 #include <gtest/gtest.h>
@@ -65,7 +66,7 @@ TEST(Files, WriteTextFileWarnsWhenTheFileIsEmpty) {
 
     EXPECT_FALSE(WriteTextFile(f.ctx, f.at("empty.xml"), ""));
     ASSERT_EQ(f.ui.texts(), std::vector<std::string>{"An error occurred while writing " + f.at("empty.xml")});
-    EXPECT_EQ(f.ui.shown[0].icon, app::Icon::Exclamation);
+    EXPECT_EQ(f.ui.shown[0].icon, base::Icon::Exclamation);
     EXPECT_TRUE(fs::exists(f.root.path() / "empty.xml"));
 }
 
@@ -73,7 +74,7 @@ TEST(Files, WriteTextFileIntoAMissingFolderReportsAndWarns) {
     Fixture f;
     EXPECT_FALSE(WriteTextFile(f.ctx, f.at("no\\such\\folder\\x.xml"), "text"));
     ASSERT_EQ(f.ui.shown.size(), 2u);
-    EXPECT_EQ(f.ui.shown[0].icon, app::Icon::Critical);  // the error log's stop box
+    EXPECT_EQ(f.ui.shown[0].icon, base::Icon::Critical);  // the error log's stop box
     EXPECT_EQ(f.ui.shown[1].text, "An error occurred while writing " + f.at("no\\such\\folder\\x.xml"));
     EXPECT_NE(f.root.read("Errors.txt").find("Path/File access error"), std::string::npos);
 }
@@ -129,9 +130,9 @@ TEST(Files, DeleteFolderTreeIsForcedAndReportsAMissingFolder) {
     fs::permissions(file.parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
     EXPECT_FALSE(DeleteFolderTree(f.ctx, f.at("tempfiles")));
     EXPECT_FALSE(fs::exists(f.root.path() / "TempFiles"));
-    const app::Status missing = DeleteFolderTree(f.ctx, f.at("TempFiles"));
+    const base::Status missing = DeleteFolderTree(f.ctx, f.at("TempFiles"));
     ASSERT_TRUE(missing);
-    EXPECT_EQ(missing->number, app::err::kPathNotFound);
+    EXPECT_EQ(missing->number, base::err::kPathNotFound);
 }
 
 TEST(Files, CopyFolderTreeWithAndWithoutOverwrite) {
@@ -139,7 +140,7 @@ TEST(Files, CopyFolderTreeWithAndWithoutOverwrite) {
     f.root.write("from/a.txt", "new a");
     f.root.write("from/sub/b.txt", "new b");
     f.root.write("to/a.txt", "old a");
-    const app::Status refused = CopyFolderTree(f.at("from"), f.at("to"), false);
+    const base::Status refused = CopyFolderTree(f.at("from"), f.at("to"), false);
     ASSERT_TRUE(refused);
     EXPECT_EQ(f.root.read("to/a.txt"), "old a");
     EXPECT_EQ(f.root.read("to/sub/b.txt"), "new b");

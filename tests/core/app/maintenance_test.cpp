@@ -74,7 +74,7 @@ TEST(Maintenance, RenamingTheCachesKeepsAnOldBackup) {
     EXPECT_EQ(f.root.read("game/Content/RVDBCache.bak"), "older");      // the old back-up stays
     EXPECT_EQ(f.root.read("game/Content/RVDBCache.bin"), "RVDBCache.bin");
     ASSERT_EQ(f.ui.shown.size(), 1u);                                    // through the error path
-    EXPECT_EQ(f.ui.shown[0].icon, Icon::Critical);
+    EXPECT_EQ(f.ui.shown[0].icon, base::Icon::Critical);
 }
 
 TEST(Maintenance, BackupWithoutAPathSaysWhatToDo) {
@@ -82,7 +82,7 @@ TEST(Maintenance, BackupWithoutAPathSaysWhatToDo) {
     FullBackup(f.ctx);
     ASSERT_EQ(f.ui.texts(), std::vector<std::string>{"You do not appear to have set up a path for your backups.\n"
                                                      "Go to the Options menu and do this first."});
-    EXPECT_EQ(f.ui.shown[0].icon, Icon::Exclamation);
+    EXPECT_EQ(f.ui.shown[0].icon, base::Icon::Exclamation);
     EXPECT_FALSE(fs::exists(f.root.path() / "app/TempFiles/do_clone.bat"));
 }
 

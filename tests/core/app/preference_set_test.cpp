@@ -137,7 +137,7 @@ TEST(PreferenceSet, StoreTwipsOverflowKeepsTheOldValue) {
     std::int16_t field = 1234;
     EXPECT_FALSE(StoreTwips(field, 32767));
     EXPECT_EQ(field, 32767);
-    const Status s = StoreTwips(field, 32768);
+    const base::Status s = StoreTwips(field, 32768);
     ASSERT_TRUE(s);
     EXPECT_EQ(s->number, 6);
     EXPECT_EQ(field, 32767);

@@ -80,7 +80,7 @@ TEST(StartUp, FirstRunShowsNoMessageAndWritesNothingUntilExit) {
     }
     EXPECT_FALSE(s.window.visible.at("mnuRSBT"));
 
-    s.ui.answers.push_back(Answer::Yes);
+    s.ui.answers.push_back(base::Answer::Yes);
     EXPECT_TRUE(ExitSequence(s.ctx, s.window, {}));
     EXPECT_EQ(s.ui.texts(), std::vector<std::string>{"Do you really wish to exit Ferrolund?"});
     ASSERT_TRUE(s.prefsExist());
@@ -95,7 +95,7 @@ TEST(StartUp, RoutesNotIndexedShowsTheFirstUseMessage) {
     s.run();
     ASSERT_EQ(s.ui.shown.size(), 1u);
     EXPECT_EQ(s.ui.shown[0].text, kFirstUse);
-    EXPECT_EQ(s.ui.shown[0].icon, Icon::Information);
+    EXPECT_EQ(s.ui.shown[0].icon, base::Icon::Information);
     EXPECT_EQ(s.ui.shown[0].title, "");  // the program's own title
 }
 
@@ -182,7 +182,7 @@ TEST(StartUp, NoLanguageFileAtAllIsReportedOnce) {
     fs::remove_all(s.root.path() / "app/Language");
     s.run();
     ASSERT_EQ(s.ui.shown.size(), 2u);  // the missing table, then the missing status-panel text
-    EXPECT_EQ(s.ui.shown[0].icon, Icon::Critical);
+    EXPECT_EQ(s.ui.shown[0].icon, base::Icon::Critical);
     EXPECT_EQ(s.window.languageApplied, 0);
 }
 
@@ -279,7 +279,7 @@ struct ExitCase : Start {
 TEST(ExitSequence, NoToTheExitQuestionKeepsRunningWithTheFileWritten) {
     ExitCase s;
     fs::remove(s.prefsPath());
-    s.ui.answers.push_back(Answer::No);
+    s.ui.answers.push_back(base::Answer::No);
     EXPECT_FALSE(ExitSequence(s.ctx, s.window, {}));
     EXPECT_TRUE(s.prefsExist());
     EXPECT_TRUE(fs::exists(s.root.path() / "app/TempFiles/left.xml"));
@@ -289,12 +289,12 @@ TEST(ExitSequence, NoToTheExitQuestionKeepsRunningWithTheFileWritten) {
 TEST(ExitSequence, UnsavedEditIsWarnedAndNoChangesNothing) {
     ExitCase s;
     fs::remove(s.prefsPath());
-    s.ui.answers.push_back(Answer::No);
+    s.ui.answers.push_back(base::Answer::No);
     EXPECT_FALSE(ExitSequence(s.ctx, s.window, {true, false}));
     EXPECT_EQ(s.ui.shown.back().text,
               "You edited a file in the .bin file editor but do\nnot appear to have saved it. Do you really\n"
               "want to exit?");
-    EXPECT_EQ(s.ui.shown.back().icon, Icon::Exclamation);
+    EXPECT_EQ(s.ui.shown.back().icon, base::Icon::Exclamation);
     EXPECT_FALSE(s.prefsExist());
 }
 
@@ -333,7 +333,7 @@ TEST(ExitSequence, LineFourteenAtExitIsTheAboutScreensFlag) {
     ParsePreferences(s.root.read("app/Ferrolundpreferences.txt"), afterMenu, AboutHome::Shadow);
     EXPECT_TRUE(afterMenu.aboutFlagShadow);
     EXPECT_FALSE(afterMenu.noAskOnExit);
-    s.ui.answers.push_back(Answer::Yes);
+    s.ui.answers.push_back(base::Answer::Yes);
     EXPECT_TRUE(ExitSequence(s.ctx, s.window, {}));
     PreferenceSet afterExit;
     ParsePreferences(s.root.read("app/Ferrolundpreferences.txt"), afterExit, AboutHome::Shadow);
@@ -348,12 +348,12 @@ TEST(OptionCommands, WritersAndToggles) {
     EXPECT_FALSE(s.window.checked["mnuWarn"]);
     EXPECT_FALSE(s.prefsExist());
 
-    s.ui.answers.push_back(Answer::Yes);
+    s.ui.answers.push_back(base::Answer::Yes);
     StartMaximised(s.ctx, s.window);
     EXPECT_TRUE(s.window.maximised);
     EXPECT_EQ(s.readPrefs().editorWindowState, 2);
     EXPECT_FALSE(s.readPrefs().warnIfNotSaved);
-    s.ui.answers.push_back(Answer::No);
+    s.ui.answers.push_back(base::Answer::No);
     StartMaximised(s.ctx, s.window);
     EXPECT_EQ(s.readPrefs().editorWindowState, 0);
 }

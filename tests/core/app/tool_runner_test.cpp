@@ -1,3 +1,4 @@
+#include "app/app_context.h"
 #include "tools/tool_runner.h"
 
 #include <gtest/gtest.h>
@@ -72,7 +73,7 @@ TEST(ToolRunner, AToolThatCannotStartIsReportedAndGivesNoProcess) {
     f.ctx.currentRoutine = "mnuContents_Click";
     EXPECT_EQ(ToolRunner(f.ctx, R"("no-such-program-anywhere.exe" x)", true, WindowStyle::Normal), 0);
     ASSERT_EQ(f.ui.shown.size(), 1u);
-    EXPECT_EQ(f.ui.shown[0].icon, app::Icon::Critical);
+    EXPECT_EQ(f.ui.shown[0].icon, base::Icon::Critical);
     EXPECT_NE(f.ui.shown[0].text.find("no-such-program-anywhere.exe"), std::string::npos);
     EXPECT_NE(f.root.read("Errors.txt").find("mnuContents_Click"), std::string::npos);
     EXPECT_EQ(ToolRunner(f.ctx, "   ", true, WindowStyle::Hidden), 0);

@@ -66,13 +66,13 @@ TEST_F(FolderTest, ConfirmMakesANewFolderAndAsksAboutAnExistingOne) {
     const struct {
         const char* what;
         std::string folder, name;
-        std::optional<app::Answer> answer;
+        std::optional<base::Answer> answer;
         std::optional<std::string> result;
     } cases[] = {
         {"new name made", root.system() + "\\out\\", "Unpacked", std::nullopt, root.system() + "\\out\\Unpacked"},
-        {"existing, Yes", root.system(), "RW", app::Answer::Yes, root.system() + "\\RW"},
-        {"existing, No", root.system(), "RW", app::Answer::No, std::nullopt},
-        {"no new name: the folder itself", root.system() + "\\RW\\Keep", "", app::Answer::Yes,
+        {"existing, Yes", root.system(), "RW", base::Answer::Yes, root.system() + "\\RW"},
+        {"existing, No", root.system(), "RW", base::Answer::No, std::nullopt},
+        {"no new name: the folder itself", root.system() + "\\RW\\Keep", "", base::Answer::Yes,
          root.system() + "\\RW\\Keep"},
         {"no folder chosen", "", "x", std::nullopt, std::nullopt},
     };

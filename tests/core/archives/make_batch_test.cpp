@@ -60,7 +60,7 @@ TEST_F(BulkTest, EveryTemplateCarriesTheMarkerAndOnlyKnownCommands) {
 
 TEST_F(BulkTest, RollingStockFromAllArchivesOverwrites) {
     testing::WriteFile(game("Assets/Kuju/Stock/RailVehicles/Diesel/Engine/loco.bin"), "old");
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     ASSERT_TRUE(RunBulkExtraction(ctx, BulkKind::RollingStock, outcome));
     EXPECT_TRUE(outcome.errors.empty()) << outcome.errors[0].description;
     EXPECT_EQ(ReadFile(game("Assets/Kuju/Stock/RailVehicles/Diesel/Engine/loco.bin")), "loco");
@@ -70,14 +70,14 @@ TEST_F(BulkTest, RollingStockFromAllArchivesOverwrites) {
 }
 
 TEST_F(BulkTest, CancelRunsNothing) {
-    ui.answers = {app::Answer::Cancel};
+    ui.answers = {base::Answer::Cancel};
     EXPECT_FALSE(RunBulkExtraction(ctx, BulkKind::Scenarios, outcome));
     EXPECT_FALSE(fs::exists(root.path() / "Program" / "APBatch2.bat"));
 }
 
 TEST_F(BulkTest, ScenariosOverwriteButTheirPropertiesDoNot) {
     testing::WriteFile(game(std::string("Content/Routes/") + kRoute + "/Scenarios/s1/ScenarioProperties.xml"), "mine");
-    ui.answers = {app::Answer::Ok, app::Answer::Ok};
+    ui.answers = {base::Answer::Ok, base::Answer::Ok};
     ASSERT_TRUE(RunBulkExtraction(ctx, BulkKind::ScenarioProperties, outcome));
     EXPECT_EQ(route("Scenarios/s1/ScenarioProperties.xml"), "mine");
     EXPECT_EQ(route("Scenarios/s1/Scenario.bin"), "scen");
@@ -89,7 +89,7 @@ TEST_F(BulkTest, ScenariosOverwriteButTheirPropertiesDoNot) {
 }
 
 TEST_F(BulkTest, RoutePropertiesAreNotOverwrittenAndSignpostsAreMadeOnce) {
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     BulkExtractionCommand(ctx, BulkKind::RouteSignposts, nullptr);
     EXPECT_NE(route("RouteProperties.xml").find("Valley"), std::string::npos);
     const fs::path signpost = game(std::string("Content/Routes/") + kRoute + "  Valley North & South");
@@ -98,7 +98,7 @@ TEST_F(BulkTest, RoutePropertiesAreNotOverwrittenAndSignpostsAreMadeOnce) {
               "All RouteProperties.xml files have been extracted and\r\nRoute Names added in the Routes folder where possible");
     testing::WriteFile(game(std::string("Content/Routes/") + kRoute + "/RouteProperties.xml"),
                        "<English>Changed</English>");
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     ASSERT_TRUE(RunBulkExtraction(ctx, BulkKind::RouteProperties, outcome));
     EXPECT_EQ(route("RouteProperties.xml"), "<English>Changed</English>");
     EXPECT_EQ(MakeRouteSignposts(ctx), 1);  // the new name; the old sign-post stays
@@ -123,12 +123,12 @@ TEST_F(BulkTest, AVeryLongRouteNameIsCutToTheLimit) {
 
 TEST_F(BulkTest, SelectedArchivesRunTheirTemplateInTheirFolder) {
     const std::string ap = ctx.gameRoot() + "\\Assets\\Kuju\\Stock\\MainContent.ap";
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     ASSERT_TRUE(ExtractFromSelected(ctx, SelectedKind::LocoGeometry, {ap, "  "}, outcome));
     EXPECT_TRUE(fs::exists(game("Assets/Kuju/Stock/RailVehicles/Diesel/Engine/loco.GeoPcDx")));
     EXPECT_FALSE(fs::exists(game("Assets/Kuju/Stock/RailVehicles/Diesel/Engine/loco.bin")));
     EXPECT_EQ(ui.texts().back(), "All selected folders have been unpacked and files made read/write.");
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     ASSERT_TRUE(ExtractFromSelected(ctx, SelectedKind::StockBinaries, {ap}, outcome));
     EXPECT_TRUE(fs::exists(game("Assets/Kuju/Stock/RailVehicles/Diesel/Engine/loco.bin")));
     EXPECT_TRUE(outcome.errors.empty());
@@ -139,7 +139,7 @@ TEST_F(BulkTest, RoutePropertiesFromSelectedIsOneBatchOfTwoLinesEach) {
     EXPECT_EQ(RoutePropertiesBatch({f + "\\MainContent.ap", ""}),
               "7za e -y -o\"" + f + "\" \"" + f + "\\MainContent.ap\" \"RouteProperties.xml\"\r\nATTRIB -R \"" + f +
                   "\\*.*\" /s\r\n");
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     ASSERT_TRUE(RoutePropertiesFromSelected(ctx, {f + "\\MainContent.ap"}, outcome));
     EXPECT_TRUE(outcome.errors.empty()) << outcome.errors[0].description;
     EXPECT_NE(route("RouteProperties.xml").find("Valley"), std::string::npos);
@@ -148,21 +148,21 @@ TEST_F(BulkTest, RoutePropertiesFromSelectedIsOneBatchOfTwoLinesEach) {
 TEST_F(BulkTest, UnpackSelectedOverwritesAndListingShowsTheEntries) {
     const std::string ap = ctx.gameRoot() + "\\Assets\\Kuju\\Stock\\MainContent.ap";
     testing::WriteFile(game("Assets/Kuju/Stock/Scenery/tree.bin"), "older");
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     ASSERT_TRUE(UnpackSelected(ctx, {ap}, outcome));
     EXPECT_TRUE(outcome.errors.empty()) << outcome.errors[0].description;
     EXPECT_EQ(ReadFile(game("Assets/Kuju/Stock/Scenery/tree.bin")), "tree");
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     const auto list = ListArchive(ctx, ap);
     ASSERT_TRUE(list);
     EXPECT_NE(list->find("PreLoad\\consist.bin"), std::string::npos);
-    ui.answers = {app::Answer::Cancel};
+    ui.answers = {base::Answer::Cancel};
     EXPECT_FALSE(ListArchive(ctx, ap));
 }
 
 TEST_F(BulkTest, AMissingTemplateWritesNothingAndSaysSo) {
     fs::remove(root.path() / "Program" / "Templates" / "APBatch1.txt");
-    ui.answers = {app::Answer::Ok};
+    ui.answers = {base::Answer::Ok};
     RunBulkExtraction(ctx, BulkKind::RollingStock, outcome);
     EXPECT_EQ(ui.texts()[1].rfind("An error occurred while writing ", 0), 0u);
     EXPECT_FALSE(fs::exists(game("Assets/Kuju/Stock/RailVehicles")));

@@ -26,7 +26,7 @@ std::string Double(double value) {
 
 services::ReportTable Parsed(const std::string& bytes) {
     auto result = ParseXls(bytes);
-    if (auto* error = std::get_if<app::RunError>(&result)) {
+    if (auto* error = std::get_if<base::RunError>(&result)) {
         ADD_FAILURE() << error->description;
         return {};
     }
@@ -94,7 +94,7 @@ TEST(XlsReader, Biff8TextCellsInEightAndSixteenBitForms) {
 TEST(XlsReader, EveryCutOfAGoodFileIsAnErrorNotACrash) {
     const std::string bytes = services::XlsBytes({{"File", "Size"}, {{"a.ap", "1"}, {"b.ap", "2"}}});
     for (std::size_t length = 0; length < bytes.size(); ++length) {
-        EXPECT_TRUE(std::holds_alternative<app::RunError>(ParseXls(bytes.substr(0, length)))) << length;
+        EXPECT_TRUE(std::holds_alternative<base::RunError>(ParseXls(bytes.substr(0, length)))) << length;
     }
 }
 
@@ -110,7 +110,7 @@ TEST(XlsReader, FilesItDoesNotReadAreRefused) {
         {"a second sheet begins inside the first", Bof() + Bof() + kEof},
     };
     for (const auto& c : cases) {
-        EXPECT_TRUE(std::holds_alternative<app::RunError>(ParseXls(c.bytes))) << c.what;
+        EXPECT_TRUE(std::holds_alternative<base::RunError>(ParseXls(c.bytes))) << c.what;
     }
 }
 

@@ -1,3 +1,4 @@
+#include "app/app_context.h"
 #include "archives/zip_archive.h"
 
 #include <gtest/gtest.h>
@@ -108,7 +109,7 @@ TEST_F(ArchiveTest, ClimbingEntriesAreRefusedAndNeverWritten) {
 TEST_F(ArchiveTest, AFileThatIsNoArchiveGivesAnError) {
     testing::WriteFile(disk("plain.ap"), "This is not an archive at all, only text.");
     ZipArchive archive;
-    const app::Status status = archive.open(sys("plain.ap"));
+    const base::Status status = archive.open(sys("plain.ap"));
     ASSERT_TRUE(status);
     EXPECT_NE(status->description.find("plain.ap"), std::string::npos);
     EXPECT_FALSE(archive.isOpen());

@@ -1,3 +1,4 @@
+#include "app/app_context.h"
 #include "archives/zip_writer.h"
 
 #include <gtest/gtest.h>
@@ -48,7 +49,7 @@ TEST_F(WriterTest, AnArchiveReadsBackWithEveryByte) {
         EXPECT_EQ(archive.entries()[1].stored, "Sub\\b.bin");
         EXPECT_EQ(CompressionName(archive.entries()[0].method), level == 0 ? "Stored" : "Deflate");
         std::string back;
-        ASSERT_FALSE(archive.read(0, [&](const char* d, std::size_t n) -> app::Status {
+        ASSERT_FALSE(archive.read(0, [&](const char* d, std::size_t n) -> base::Status {
             back.append(d, n);
             return {};
         }));

@@ -67,23 +67,23 @@ TEST(Cli, ABrokenSettingsFileIsReportedAndTheCommandGoesOn) {
 TEST(CliUi, AnswersComeFromTheOptions) {
     std::ostringstream out, err;
     CliUi ui(out, err);
-    using app::Answer;
-    using app::Buttons;
-    EXPECT_EQ(ui.ask("Q1", Buttons::YesNo, app::Icon::Question, {}), Answer::No);  // nothing given: the safe answer
-    EXPECT_EQ(ui.ask("Q2", Buttons::OkCancel, app::Icon::Question, {}), Answer::Cancel);
-    EXPECT_EQ(ui.ask("Q3", Buttons::Ok, app::Icon::Question, {}), Answer::Ok);
+    using base::Answer;
+    using base::Buttons;
+    EXPECT_EQ(ui.ask("Q1", Buttons::YesNo, base::Icon::Question, {}), Answer::No);  // nothing given: the safe answer
+    EXPECT_EQ(ui.ask("Q2", Buttons::OkCancel, base::Icon::Question, {}), Answer::Cancel);
+    EXPECT_EQ(ui.ask("Q3", Buttons::Ok, base::Icon::Question, {}), Answer::Ok);
     ui.defaultYes = true;
-    EXPECT_EQ(ui.ask("Q4", Buttons::YesNo, app::Icon::Question, {}), Answer::Yes);
-    EXPECT_EQ(ui.ask("Q5", Buttons::OkCancel, app::Icon::Question, {}), Answer::Ok);
+    EXPECT_EQ(ui.ask("Q4", Buttons::YesNo, base::Icon::Question, {}), Answer::Yes);
+    EXPECT_EQ(ui.ask("Q5", Buttons::OkCancel, base::Icon::Question, {}), Answer::Ok);
     ui.answers = {"no", "cancel", "OK"};
-    EXPECT_EQ(ui.ask("Q6", Buttons::YesNo, app::Icon::Question, {}), Answer::No);
-    EXPECT_EQ(ui.ask("Q7", Buttons::YesNoCancel, app::Icon::Question, {}), Answer::Cancel);
-    EXPECT_EQ(ui.ask("Q8", Buttons::OkCancel, app::Icon::Question, {}), Answer::Ok);
+    EXPECT_EQ(ui.ask("Q6", Buttons::YesNo, base::Icon::Question, {}), Answer::No);
+    EXPECT_EQ(ui.ask("Q7", Buttons::YesNoCancel, base::Icon::Question, {}), Answer::Cancel);
+    EXPECT_EQ(ui.ask("Q8", Buttons::OkCancel, base::Icon::Question, {}), Answer::Ok);
     EXPECT_NE(out.str().find("Q1\n  (no answer given: taking No"), std::string::npos) << out.str();
     ui.answers = {"/picked/file.bin"};
     EXPECT_EQ(ui.chooseOpenFile("Pick", "*.bin", {}), std::optional<std::string>("/picked/file.bin"));
     EXPECT_EQ(ui.chooseFolder("Folder", {}), std::nullopt);
-    ui.message("Gr\xFC\xDF" "e", app::Icon::Critical, {});
+    ui.message("Gr\xFC\xDF" "e", base::Icon::Critical, {});
     EXPECT_EQ(err.str(), "Gr\xC3\xBC\xC3\x9F" "e\n");  // shown as UTF-8 on the console
 }
 

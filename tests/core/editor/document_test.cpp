@@ -133,14 +133,14 @@ TEST(EditorDocument, AMissingFileIsAskedForAgainOrGivenUp) {
     Editor e;
     const std::string file = e.put("a.bin", Binary(TileXml("1")));
     e.ui.files = {e.game + "/gone.bin", file};
-    e.ui.answers = {app::Answer::Retry};
+    e.ui.answers = {base::Answer::Retry};
     OpenGameFile(e.ctx, e.doc, e.window);
     EXPECT_EQ(e.ui.texts(), std::vector<std::string>{"The file selected does not exist?"});
     EXPECT_EQ(e.window.names[0], file);
 
     Editor cancelled;
     cancelled.ui.files = {cancelled.game + "/gone.bin"};
-    cancelled.ui.answers = {app::Answer::Cancel};
+    cancelled.ui.answers = {base::Answer::Cancel};
     OpenGameFile(cancelled.ctx, cancelled.doc, cancelled.window);
     EXPECT_EQ(cancelled.window.names[0], "");
     EXPECT_EQ(cancelled.doc.strBin, "");
@@ -208,7 +208,7 @@ TEST(EditorDocument, AFailedRecompileLeavesTheOriginalAlone) {
     EXPECT_EQ(e.ui.shown[0].text,
               "Serz.exe was unable to recompress this file. The operation could\n"
               "not be completed. The original file has not been altered.");
-    EXPECT_EQ(e.ui.shown[0].icon, app::Icon::Critical);
+    EXPECT_EQ(e.ui.shown[0].icon, base::Icon::Critical);
     EXPECT_EQ(e.root.read("game/Scenario.bin"), original);
     EXPECT_FALSE(fs::exists(e.root.path() / "game/Scenario.bin.bak"));
     EXPECT_FALSE(e.doc.savedFlag);
@@ -235,7 +235,7 @@ TEST(EditorDocument, SaveAsCutsTheBaseAtTheFirstPoint) {
     EXPECT_EQ(XmlOf(e.root.read("out/x.bin")), TileXml("4"));
     ASSERT_EQ(e.ui.shown.size(), 1u);
     EXPECT_EQ(e.ui.shown[0].text, "Your file has been saved as:-\n" + base + "bin");
-    EXPECT_EQ(e.ui.shown[0].icon, app::Icon::Information);
+    EXPECT_EQ(e.ui.shown[0].icon, base::Icon::Information);
     EXPECT_TRUE(e.doc.savedFlag);
     EXPECT_EQ(e.window.names[0], e.game + "/Scenario.bin");  // the document's name stays
     EXPECT_FALSE(fs::exists(e.root.path() / "game/Scenario.bin.bak"));
@@ -262,7 +262,7 @@ TEST(EditorDocument, PlainXmlOpensAndSavesAsText) {
     SaveXmlFile(e.ctx, e.window, XmlSaveDialog::Xml);  // cancelled: no name to write to
     EXPECT_EQ(e.ui.dialogTitles.back(), "Save .xml format files");
     ASSERT_EQ(e.ui.shown.size(), 1u);
-    EXPECT_EQ(e.ui.shown[0].icon, app::Icon::Critical);
+    EXPECT_EQ(e.ui.shown[0].icon, base::Icon::Critical);
 }
 
 TEST(EditorDocument, OnlyBinDocumentsCountAsEdited) {

@@ -123,7 +123,7 @@ TEST_F(Identify, ABrokenBlueprintIsReportedAndStillListed) {
     ASSERT_EQ(screen.rows.size(), 1u);
     EXPECT_EQ(screen.rows[0], "P\tQ\tFoo.bin\tNo Name\t");
     ASSERT_EQ(ui.shown.size(), 1u);  // the error path's stop box
-    EXPECT_EQ(ui.shown[0].icon, app::Icon::Critical);
+    EXPECT_EQ(ui.shown[0].icon, base::Icon::Critical);
 }
 
 TEST(NewGuidAndDeltaId, LowerCaseGuidAndNineDigits) {

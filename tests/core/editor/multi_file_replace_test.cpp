@@ -114,7 +114,7 @@ TEST_F(Folder5, StopsWhereTheConverterFailsAndKeepsWhatWasDone) {
     EXPECT_TRUE(run.stopped);
     EXPECT_EQ(run.changed, std::vector<std::string>{first});
     ASSERT_EQ(ui.texts(), std::vector<std::string>{kRecompressFailed});
-    EXPECT_EQ(ui.shown[0].icon, app::Icon::Critical);
+    EXPECT_EQ(ui.shown[0].icon, base::Icon::Critical);
     EXPECT_NE(xmlOf(first).find(">x<"), std::string::npos);
     EXPECT_EQ(root.read("game/2.bin"), countBytes);
     EXPECT_EQ(fs::last_write_time(second), old);
@@ -178,14 +178,14 @@ TEST_F(Folder5, SaveSelectedAsXmlAsksThenMakesTempXmlAnew) {
               "in Ferrolund\\TempXML existing files in TempXML will be deleted.");
     EXPECT_TRUE(ui.shown[0].question);
 
-    ui.answers.push_back(app::Answer::Ok);
+    ui.answers.push_back(base::Answer::Ok);
     EXPECT_EQ(SaveSelectedAsXml(ctx, {a, broken}), 1);
     EXPECT_FALSE(exists("app/TempXML/old.xml"));
     EXPECT_NE(root.read("app/TempXML/a.xml").find(">Wagon<"), std::string::npos);
     EXPECT_TRUE(exists("app/TempXML/a.bin"));
     EXPECT_FALSE(exists("app/TempXML/b.xml"));
 
-    ui.answers.push_back(app::Answer::Ok);
+    ui.answers.push_back(base::Answer::Ok);
     const int converted = SaveSelectedAsXml(ctx, {a, a}, [&](int index, int, const std::string&) {
         if (index == 1) ctx.abortFlag = true;
     });

@@ -72,7 +72,7 @@ TEST_F(Tree, EmptyMissingAndBrokenFiles) {
     EXPECT_FALSE(editor.tree.load("/no/such/folder/file.xml"));
     EXPECT_EQ(editor.tree.count(), 0u);
     // What was read before the fault stays.
-    const app::Status status = editor.tree.loadText("<a><b><c>x</c></b><d>");
+    const base::Status status = editor.tree.loadText("<a><b><c>x</c></b><d>");
     ASSERT_TRUE(status);
     EXPECT_NE(status->description.find("The XML text could not be read"), std::string::npos);
     EXPECT_GE(editor.tree.count(), 3u);
@@ -123,7 +123,7 @@ TEST_F(Tree, ARenameWithABlankIsRefusedAndLeavesTheTreeAsItWas) {
     ASSERT_EQ(ui.shown.size(), 1u);
     EXPECT_EQ(ui.shown[0].text, "Node names cannot have spaces!");
     EXPECT_EQ(ui.shown[0].title, "Invalid character");
-    EXPECT_EQ(ui.shown[0].icon, app::Icon::Exclamation);
+    EXPECT_EQ(ui.shown[0].icon, base::Icon::Exclamation);
 
     EXPECT_TRUE(editor.rename(ctx, 1, "Renamed"));
     EXPECT_EQ(editor.tree.name(1), "Renamed");
@@ -184,7 +184,7 @@ TEST_F(Tree, EachSearchRefusesATreeOfMoreThan65500Entries) {
         EXPECT_EQ(shown.text,
                   "Unfortunately, this file is too long for this Search to work.\n"
                   "Please open in the Ferrolund editor and run Search there.");
-        EXPECT_EQ(shown.icon, app::Icon::Exclamation);
+        EXPECT_EQ(shown.icon, base::Icon::Exclamation);
     }
 }
 

@@ -84,7 +84,7 @@ TEST(MakeAssetFolder, GathersTheRoutesAssetsFromItsSavedLists) {
     g.list("_Textures.csv", {g.asset("Kestrel/Moorland/Scenery/Textures/Bark.TgPcDx"),
                              g.game.system() + "\\Assets\\Kestrel\\Moorland\\Scenery\\Textures\\Gone.TgPcDx"});
     g.asset("Kestrel/Moorland/Scenery/Unused.bin");
-    g.ui.answers.push_back(app::Answer::Ok);
+    g.ui.answers.push_back(base::Answer::Ok);
 
     const AssetFolderOutcome out = MakeAssetFolder(g.ctx, "Moorland");
     EXPECT_FALSE(out.cancelled);
@@ -114,18 +114,18 @@ TEST(MakeAssetFolder, ASecondRunAsksOnceWhetherToReplaceTheCopies) {
     AssetGathering g;
     const std::string oak = g.asset("Kestrel/Moorland/Scenery/Oak.bin");
     g.list("_Assets.csv", {oak, g.asset("Hartwell/Signals/Home.bin")});
-    g.ui.answers.push_back(app::Answer::Ok);
+    g.ui.answers.push_back(base::Answer::Ok);
     ASSERT_EQ(MakeAssetFolder(g.ctx, "Moorland").lines, 2u);
     g.game.write("Assets/Kestrel/Moorland/Scenery/Oak.bin", "changed since");
 
     g.ui.shown.clear();
-    g.ui.answers = {app::Answer::Ok, app::Answer::No};
+    g.ui.answers = {base::Answer::Ok, base::Answer::No};
     EXPECT_TRUE(MakeAssetFolder(g.ctx, "Moorland").cancelled);
     EXPECT_EQ(g.app.read("Moorland/Kestrel/Moorland/Scenery/Oak.bin"), "content of Kestrel/Moorland/Scenery/Oak.bin");
     EXPECT_EQ(g.ui.texts().size(), 2u);
 
     g.ui.shown.clear();
-    g.ui.answers = {app::Answer::Ok, app::Answer::Yes};
+    g.ui.answers = {base::Answer::Ok, base::Answer::Yes};
     const AssetFolderOutcome again = MakeAssetFolder(g.ctx, "Moorland");
     EXPECT_EQ(again.lines, 2u);
     EXPECT_TRUE(again.batch.errors.empty());
@@ -137,13 +137,13 @@ TEST(MakeAssetFolder, ASecondRunAsksOnceWhetherToReplaceTheCopies) {
 TEST(MakeAssetFolder, CancelNoListsAndAbort) {
     AssetGathering g;
     g.list("_Assets.csv", {g.asset("Kestrel/Moorland/Scenery/Oak.bin")});
-    g.ui.answers.push_back(app::Answer::Cancel);
+    g.ui.answers.push_back(base::Answer::Cancel);
     EXPECT_TRUE(MakeAssetFolder(g.ctx, "Moorland").cancelled);
     EXPECT_FALSE(fs::exists(g.app.path() / "Moorland"));
     EXPECT_EQ(g.ui.texts().size(), 1u);
 
     g.ui.shown.clear();
-    g.ui.answers.push_back(app::Answer::Ok);
+    g.ui.answers.push_back(base::Answer::Ok);
     const AssetFolderOutcome none = MakeAssetFolder(g.ctx, "Other Line");
     EXPECT_EQ(none.lines, 0u);
     EXPECT_FALSE(fs::exists(g.app.path() / "Other Line"));
@@ -151,7 +151,7 @@ TEST(MakeAssetFolder, CancelNoListsAndAbort) {
     EXPECT_TRUE(g.ui.texts()[1].starts_with("No asset to copy was found in the saved lists of Other Line."));
 
     g.ui.shown.clear();
-    g.ui.answers.push_back(app::Answer::Ok);
+    g.ui.answers.push_back(base::Answer::Ok);
     g.ctx.abortFlag = true;
     const AssetFolderOutcome stopped = MakeAssetFolder(g.ctx, "Moorland");
     EXPECT_TRUE(stopped.batch.aborted);

@@ -32,7 +32,7 @@ struct PackedGame {
 
 TEST(getRouteProperties, ExtractsThePackedPropertiesAndIndexesFromTheFirstPlace) {
     PackedGame game;
-    game.ui.answers = {app::Answer::Ok};
+    game.ui.answers = {base::Answer::Ok};
     getRouteProperties(game.ctx);
     EXPECT_TRUE(fs::exists(game.root.path() / "game/Content/Routes/d7e2b6a0-51c9-4f8d-a6e3-0b4c8f2917de/RouteProperties.xml"));
     ASSERT_EQ(game.ctx.routeIndex.count(), 1);
@@ -44,7 +44,7 @@ TEST(getRouteProperties, ExtractsThePackedPropertiesAndIndexesFromTheFirstPlace)
 
 TEST(getRouteProperties, CancelPromisesTheIndexButLeaves) {
     PackedGame game;
-    game.ui.answers = {app::Answer::Cancel};
+    game.ui.answers = {base::Answer::Cancel};
     getRouteProperties(game.ctx);
     EXPECT_EQ(game.ui.texts().back(),
               "An Index of all RouteProperties.xml files will now\nbe compiled and written to IndexFiles\\RouteIndex.csv");

@@ -160,7 +160,7 @@ struct UnusedGame : LocationGame {
 TEST(ProviderUsage, UnusedFilesWithAndWithoutDel) {
     for (const bool del : {false, true}) {
         UnusedGame g;
-        g.ui.answers.push_back(del ? app::Answer::Yes : app::Answer::No);
+        g.ui.answers.push_back(del ? base::Answer::Yes : base::Answer::No);
         const UnusedFiles out = ItemsNotUsed(g.ctx, {"P", "Q"}, g.used());
         ASSERT_FALSE(out.aborted);
         EXPECT_EQ(out.withDel, del);

@@ -258,13 +258,13 @@ TEST(RouteCheckCommand, PackedRouteQuestionNoStopsAndMissingArchiveIsTold) {
     LooseGame game;
     game.root.write("game/Content/Routes/r1/RouteProperties.xml", "<x/>");
     Checker c(game.game());
-    c.ui.answers = {app::Answer::No};
+    c.ui.answers = {base::Answer::No};
     RouteCheckOutcome out = CheckSelectedRoute(c.ctx, {"R", "r1", {}});
     EXPECT_TRUE(out.stopped);
     ASSERT_EQ(c.ui.shown.size(), 1u);
     EXPECT_TRUE(c.ui.shown[0].text.starts_with("The 'Scenery' folder for this route is empty, or missing,\n"));
 
-    c.ui.answers = {app::Answer::Yes};
+    c.ui.answers = {base::Answer::Yes};
     out = CheckSelectedRoute(c.ctx, {"R", "r1", {}});
     EXPECT_FALSE(out.unpacked);
     EXPECT_EQ(c.ui.texts().back(),
@@ -291,7 +291,7 @@ TEST_F(SampleCheck, PackedRouteIsUnpackedIntoTheWorkingFolderAndIndexed) {
     fs::copy_file(sample::SampleRoot() / "Content/Routes" / packed / "MainContent.ap",
                   game.root.path() / "game/Content/Routes" / packed / "MainContent.ap");
     Checker c(game.game());
-    c.ui.answers = {app::Answer::Yes};
+    c.ui.answers = {base::Answer::Yes};
     const RouteCheckOutcome out = CheckSelectedRoute(c.ctx, {"Packed", packed, {}});
     EXPECT_TRUE(out.unpacked);
     EXPECT_TRUE(fs::exists(game.root.path() / "game/Content/Routes" / kUnpackFolder / "RouteProperties.xml"));

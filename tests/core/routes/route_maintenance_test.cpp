@@ -151,7 +151,7 @@ const char* kFilterOn =
 TEST(CheckRouteTemplate, QuestionsByTheBrowseFilterAndTheirAnswers) {
     struct Case {
         const char* filter;
-        app::Answer answer;
+        base::Answer answer;
         const char* question;
         TemplateChange change;
         TemplateCheckEnd end;
@@ -164,14 +164,14 @@ TEST(CheckRouteTemplate, QuestionsByTheBrowseFilterAndTheirAnswers) {
         "you wish to update it.";
     const char* ok = "Route Template appears to be OK, but you\nmay edit it if you wish?";
     const std::vector<Case> cases = {
-        {"", app::Answer::Yes, add, TemplateChange::AddBrowseFilter, TemplateCheckEnd::NeedsEditor},
-        {"", app::Answer::No, add, TemplateChange::None, TemplateCheckEnd::NeedsEditor},
-        {kFilterOff, app::Answer::Yes, update, TemplateChange::UpdateBrowseFilter, TemplateCheckEnd::NeedsEditor},
-        {kFilterOn, app::Answer::Yes, ok, TemplateChange::Edit, TemplateCheckEnd::NeedsEditor},
-        {kFilterOn, app::Answer::No, ok, TemplateChange::None, TemplateCheckEnd::LeftAsItIs},
+        {"", base::Answer::Yes, add, TemplateChange::AddBrowseFilter, TemplateCheckEnd::NeedsEditor},
+        {"", base::Answer::No, add, TemplateChange::None, TemplateCheckEnd::NeedsEditor},
+        {kFilterOff, base::Answer::Yes, update, TemplateChange::UpdateBrowseFilter, TemplateCheckEnd::NeedsEditor},
+        {kFilterOn, base::Answer::Yes, ok, TemplateChange::Edit, TemplateCheckEnd::NeedsEditor},
+        {kFilterOn, base::Answer::No, ok, TemplateChange::None, TemplateCheckEnd::LeftAsItIs},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.question) + (c.answer == app::Answer::Yes ? " Yes" : " No"));
+        SCOPED_TRACE(std::string(c.question) + (c.answer == base::Answer::Yes ? " Yes" : " No"));
         Maintenance m;
         m.game.write("Content/Routes/R/RouteProperties.xml", RouteProperties("TemplateRoutes\\Moor.xml"));
         ASSERT_TRUE(m.binary("Assets/Kestrel/Moorland/TemplateRoutes/Moor.bin", Template(c.filter)));
@@ -205,7 +205,7 @@ TEST(CheckRouteTemplate, MissingPropertiesMissingTemplateAndUnreadableTemplate) 
 
     m.ui.shown.clear();
     m.game.write("Content/Routes/R/RouteProperties.xml", RouteProperties("TemplateRoutes\\Gone&amp;Lost.xml"));
-    m.ui.answers.push_back(app::Answer::Ok);
+    m.ui.answers.push_back(base::Answer::Ok);
     EXPECT_EQ(CheckRouteTemplate(m.ctx, "R").end, TemplateCheckEnd::TemplateMissing);
     ASSERT_EQ(m.ui.shown.size(), 1u);
     EXPECT_TRUE(m.ui.shown[0].question);

@@ -110,7 +110,7 @@ TEST(TileEditCommand, SubstitutesInTheRouteAndItsScenariosWithBackUps) {
 }
 
 TEST(TileEditCommand, EmptyNewFieldsRemoveTheTripleOnlyAfterYes) {
-    for (const app::Answer answer : {app::Answer::No, app::Answer::Yes}) {
+    for (const base::Answer answer : {base::Answer::No, base::Answer::Yes}) {
         TileRoute r;
         const std::string before = r.bytes("Networks/Loft Tiles/+000000+000000.bin");
         r.ui.answers = {answer};
@@ -121,7 +121,7 @@ TEST(TileEditCommand, EmptyNewFieldsRemoveTheTripleOnlyAfterYes) {
         ASSERT_FALSE(r.ui.shown.empty());
         EXPECT_EQ(r.ui.shown[0].text, "As you have not included a new Provider, Product or Path, then is it\n"
                                       "correct that you wish the items to be removed from your route?");
-        if (answer == app::Answer::No) {
+        if (answer == base::Answer::No) {
             EXPECT_EQ(r.bytes("Networks/Loft Tiles/+000000+000000.bin"), before);
             EXPECT_EQ(run.tilesRead, 0u);
             EXPECT_EQ(r.ui.shown.size(), 1u);
@@ -246,7 +246,7 @@ TEST(TileEditCommand, ABrokenTileIsReportedAndLeftWhileTheOthersAreChanged) {
     EXPECT_EQ(r.bytes("Scenery/+000000+000002.bin"), broken);
     EXPECT_FALSE(r.backedUp("Scenery/+000000+000002.bin"));
     ASSERT_GE(r.ui.shown.size(), 2u);
-    EXPECT_EQ(r.ui.shown.front().icon, app::Icon::Critical);
+    EXPECT_EQ(r.ui.shown.front().icon, base::Icon::Critical);
     EXPECT_NE(r.ui.shown.front().text.find("+000000+000002.bin"), std::string::npos);
     EXPECT_EQ(r.ui.texts().back(), "The requested changes have been made.");
 }

@@ -1,4 +1,5 @@
 #include "services/scan_path.h"
+#include "tools/text_search.h"
 
 #include <gtest/gtest.h>
 
@@ -338,7 +339,7 @@ TEST(WildcardMatch, Table) {
         {"*.AP", "X.AP", true},   {"*.AP", "X.APX", false}, {"?.BIN", "A.BIN", true}, {"?.BIN", "AB.BIN", false},
         {"*", "", true},          {"A*B*C", "AXXBYYC", true}, {"A*B*C", "AXXBYY", false}, {"*.*", "NOEXT", false},
     };
-    for (const auto& [mask, name, expected] : cases) EXPECT_EQ(WildcardMatch(mask, name), expected) << mask << " " << name;
+    for (const auto& [mask, name, expected] : cases) EXPECT_EQ(tools::WildcardMatch(mask, name), expected) << mask << " " << name;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 
+#include "app/app_context.h"
 #include "serz/codec.h"
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
@@ -67,7 +68,7 @@ TEST_F(SerzConvertTest, FailureLeavesNoTargetNotEvenAnOldOne) {
 
     status = SerzConvert(ctx_, sys("missing.bin"), sys("new.xml"), SerzDirection::ToXml);
     ASSERT_TRUE(status);
-    EXPECT_EQ(status->number, app::err::kFileNotFound);
+    EXPECT_EQ(status->number, base::err::kFileNotFound);
     EXPECT_FALSE(fs::exists(folder_.path() / "new.xml"));
 }
 

@@ -89,7 +89,7 @@ TEST(MakeBackup, MissingFileIsAnError) {
     testing::TempFolder folder;
     const BackupOutcome outcome = MakeBackup(In(folder, "nothing.bin"));
     ASSERT_TRUE(outcome.error);
-    EXPECT_EQ(outcome.error->number, app::err::kFileNotFound);
+    EXPECT_EQ(outcome.error->number, base::err::kFileNotFound);
     EXPECT_EQ(outcome.backup, "");
 }
 

@@ -72,7 +72,7 @@ TEST_F(SevenZipTest, TheFourOverwriteSwitches) {
     }
     // Without a rule or -y the question is asked.
     root.write("ask/RouteProperties.xml", "mine");
-    ui.answers = {app::Answer::No};
+    ui.answers = {base::Answer::No};
     EXPECT_FALSE(run("7za x \"" + ap() + "\" -o\"" + sys("ask") + "\" RouteProperties.xml"));
     EXPECT_EQ(root.read("ask/RouteProperties.xml"), "mine");
     EXPECT_EQ(ui.shown.size(), 1u);
@@ -95,7 +95,7 @@ TEST_F(SevenZipTest, ArchiveWildcardsAndTheListing) {
 TEST_F(SevenZipTest, ClimbingEntriesAndBrokenArchivesAreReported) {
     MakeZip(disk("evil.ap"), {{"../escaped.txt", "x"}, {"fine.txt", "y"}});
     root.write("broken.ap", "PK not really");
-    const app::Status s = run("7za x \"evil.ap\" -o\"" + sys("t") + "\" -y\r\n7za x \"broken.ap\" -o\"" + sys("t") +
+    const base::Status s = run("7za x \"evil.ap\" -o\"" + sys("t") + "\" -y\r\n7za x \"broken.ap\" -o\"" + sys("t") +
                               "\" -y\r\n7za x \"missing.ap\" -y\r\n7za t \"evil.ap\"\r\n7za x \"evil.ap\" -q");
     ASSERT_TRUE(s);
     EXPECT_NE(s->description.find("..\\escaped.txt"), std::string::npos);

@@ -25,7 +25,7 @@ TEST(BatchLines, ChcpRemEchoAndTheAtSign) {
 TEST(BatchLines, AnythingElseIsReportedAndTheRunGoesOn) {
     BatchFixture f;
     f.root.write("a.txt", "a");
-    const app::Status s = f.run("regsvr32.exe \"x.ocx\"\r\ncopy \"" + f.sys("a.txt") + "\" \"" + f.sys("b.txt") + "\"");
+    const base::Status s = f.run("regsvr32.exe \"x.ocx\"\r\ncopy \"" + f.sys("a.txt") + "\" \"" + f.sys("b.txt") + "\"");
     ASSERT_TRUE(s);
     EXPECT_NE(s->description.find("regsvr32.exe"), std::string::npos);
     EXPECT_TRUE(f.exists("b.txt"));
@@ -83,7 +83,7 @@ TEST(BatchXcopy, WithoutYAFileThatExistsIsAskedFor) {
     f.root.write("from/b.txt", "new");
     f.root.write("to/a.txt", "old");
     f.root.write("to/b.txt", "old");
-    f.ui.answers = {app::Answer::No, app::Answer::Yes};
+    f.ui.answers = {base::Answer::No, base::Answer::Yes};
     EXPECT_FALSE(f.run("xcopy \"" + f.sys("from") + "\\*.*\" \"" + f.sys("to") + "\" /I"));
     EXPECT_EQ(f.root.read("to/a.txt"), "old");
     EXPECT_EQ(f.root.read("to/b.txt"), "new");
@@ -138,7 +138,7 @@ TEST(BatchDel, SubFoldersQuestionsAndReadOnlyFiles) {
     EXPECT_TRUE(f.exists("d/keep.txt"));
     EXPECT_TRUE(f.exists("d/s"));
     // Every file of a folder: asked first, unless /Q.
-    f.ui.answers = {app::Answer::No};
+    f.ui.answers = {base::Answer::No};
     EXPECT_FALSE(f.run("del \"" + f.sys("d") + "\\*.*\""));
     EXPECT_TRUE(f.exists("d/keep.txt"));
     EXPECT_EQ(f.ui.texts().back(), f.sys("d") + "\\*, Are you sure (Y/N)?");
@@ -169,7 +169,7 @@ TEST(BatchFor, EachFileBelowAFolderWithItsParts) {
     f.root.write("Assets/P1/Q1/MainContent.ap", "1");
     f.root.write("Assets/P2/Q2/Other.AP", "2");
     f.root.write("Assets/P2/Q2/skip.txt", "3");
-    const app::Status forStatus = f.run("for /R \"" + f.sys("Assets") + "\" %%f in (*.ap) do copy \"%%f\" \"%%~dpf%%~nf.copy\"");
+    const base::Status forStatus = f.run("for /R \"" + f.sys("Assets") + "\" %%f in (*.ap) do copy \"%%f\" \"%%~dpf%%~nf.copy\"");
     EXPECT_FALSE(forStatus) << forStatus->description;
     EXPECT_TRUE(f.exists("Assets/P1/Q1/MainContent.copy"));
     EXPECT_TRUE(f.exists("Assets/P2/Q2/Other.copy"));

@@ -27,7 +27,7 @@ struct BatchFixture {
     std::filesystem::path disk(const std::string& relative) const { return root.path() / relative; }
     bool exists(const std::string& relative) const { return std::filesystem::exists(disk(relative)); }
     // Writes the lines (joined by CR LF) as run.bat in the root and runs it.
-    app::Status run(const std::string& lines) {
+    base::Status run(const std::string& lines) {
         root.write("run.bat", lines);
         outcome = {};
         return tools::RunBatchFile(ctx, sys("run.bat"), outcome);

@@ -46,7 +46,7 @@ TEST(GetDetail, Table) {
     for (const auto& c : cases) {
         long pos = c.pos;
         std::string value = "old";
-        const app::Status status = GetDetail(c.text, pos, c.tag, value, c.options);
+        const base::Status status = GetDetail(c.text, pos, c.tag, value, c.options);
         EXPECT_EQ(value, c.expectedValue) << c.what;
         EXPECT_EQ(pos, c.expectedPos) << c.what;
         EXPECT_EQ(status.has_value(), c.expectError) << c.what;
@@ -124,7 +124,7 @@ TEST(PutDetail, BrokenElementIsAnErrorAndChangesNothing) {
     for (const std::string original : {"<a>x", "<a/>"}) {
         std::string text = original;
         long pos = 1;
-        const app::Status status = PutDetail(text, pos, "a", "y", kPhysicsTagOptions);
+        const base::Status status = PutDetail(text, pos, "a", "y", kPhysicsTagOptions);
         ASSERT_TRUE(status) << original;
         EXPECT_EQ(status->number, 5);
         EXPECT_EQ(text, original);

@@ -97,7 +97,7 @@ TEST(ReplaceApos2, Table) {
 TEST(TextRepair, RoundTrips) {
     struct Case {
         std::string screen;
-        app::Status (*toFile)(std::string&);
+        base::Status (*toFile)(std::string&);
         std::string back;
     };
     const Case cases[] = {
@@ -118,12 +118,12 @@ TEST(TextRepair, RoundTrips) {
 
 TEST(TextRepair, HitBeyond32767IsAnOverflowAndIsLeft) {
     std::string text = "&amp;" + std::string(40000, 'x') + "&amp;";
-    const app::Status status = FixEntities(text);
+    const base::Status status = FixEntities(text);
     ASSERT_TRUE(status);
-    EXPECT_EQ(status->number, app::err::kOverflow);
+    EXPECT_EQ(status->number, base::err::kOverflow);
     EXPECT_EQ(text, "&" + std::string(40000, 'x') + "&amp;");
 
-    app::Status copyStatus;
+    base::Status copyStatus;
     EXPECT_EQ(FixEntitiesCopy("&amp;" + std::string(40000, 'x'), copyStatus), "&" + std::string(40000, 'x'));
     EXPECT_FALSE(copyStatus);
 }
@@ -143,9 +143,9 @@ TEST(TextRepair, ACharacterThatItsOwnPairContainsRunsIntoTheOverflow) {
     // pass finds its own output again until the position overflows.
     for (auto routine : {ReplaceApos, ReplaceApos2}) {
         std::string text = "\xEA";
-        const app::Status status = routine(text);
+        const base::Status status = routine(text);
         ASSERT_TRUE(status);
-        EXPECT_EQ(status->number, app::err::kOverflow);
+        EXPECT_EQ(status->number, base::err::kOverflow);
         EXPECT_EQ(text, std::string(32767, '\xC3') + "\xEA");
     }
 }

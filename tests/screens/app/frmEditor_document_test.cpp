@@ -166,7 +166,7 @@ TEST(frmEditorDocument, ClosingAfterTypingWarnsWhenAskedTo) {
     e.ctx.prefs.warnIfNotSaved = true;
     e.open();
     PressKey(e.window.textPane(), Qt::Key_A, "a");
-    e.ui.answers.push_back(app::Answer::No);
+    e.ui.answers.push_back(base::Answer::No);
     EXPECT_FALSE(e.window.close());
     EXPECT_EQ(e.ui.shown.back().text.rfind("You edited a file in the .bin file editor", 0), 0u);
 }

@@ -103,12 +103,12 @@ TEST(frmEditor, AnotherLanguageChangesTheCaptionsAtOnce) {
 
 TEST(frmEditor, ClosingRunsTheExitSequence) {
     Editor e;
-    e.ui.answers.push_back(app::Answer::No);
+    e.ui.answers.push_back(base::Answer::No);
     EXPECT_FALSE(e.window.close());
     EXPECT_TRUE(e.window.isVisible());
     EXPECT_EQ(e.ui.shown.back().text, "Do you really wish to exit Ferrolund?");
     EXPECT_TRUE(std::filesystem::exists(e.root.path() / "Ferrolundpreferences.txt"));
-    e.ui.answers.push_back(app::Answer::Yes);
+    e.ui.answers.push_back(base::Answer::Yes);
     EXPECT_TRUE(e.window.close());
 }
 

@@ -78,7 +78,7 @@ TEST(frmFolder2, ConfirmMakesTheNewFolderOrAsksAboutAnOldOne) {
 
     frmFolder2 again(f.ctx, f.root.system(), true, nullptr);
     again.newFolderBox()->setText("Unpacked");
-    f.ui.answers = {app::Answer::No};
+    f.ui.answers = {base::Answer::No};
     again.findChild<QPushButton*>("Command1")->click();
     EXPECT_FALSE(again.result());
     EXPECT_EQ(f.ui.texts().back(), "A folder with that name already exists. Do you wish to proceed?");
@@ -91,7 +91,7 @@ TEST(frmFolder2, BrowseFillsTheFolderAndWithoutANewFolderTheBoxIsHidden) {
     f.ui.folders = {f.root.system() + "\\RW"};
     screen.findChild<QPushButton*>("cmdBrowse")->click();
     EXPECT_EQ(screen.folderBox()->text().toStdString(), f.root.system() + "\\RW");
-    f.ui.answers = {app::Answer::Yes};
+    f.ui.answers = {base::Answer::Yes};
     screen.findChild<QPushButton*>("Command1")->click();
     EXPECT_EQ(screen.result(), std::optional<std::string>(f.root.system() + "\\RW"));
 }

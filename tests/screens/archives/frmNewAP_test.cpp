@@ -88,7 +88,7 @@ TEST(frmNewAP, ACorruptArchiveLeavesTheGridEmptyAndIsReported) {
     EXPECT_EQ(screen.grid()->model()->rowCount(), 0);
     EXPECT_EQ(screen.windowTitle(), "Extract from .AP file");
     ASSERT_EQ(f.ui.shown.size(), 1u);
-    EXPECT_EQ(f.ui.shown[0].icon, app::Icon::Critical);
+    EXPECT_EQ(f.ui.shown[0].icon, base::Icon::Critical);
 }
 
 TEST(frmNewAP, ExtractCommandsWithoutAnArchiveOrSelectionStopAtOnce) {

@@ -27,7 +27,7 @@ struct ZipScreen : testing::ScreenFixture {
 TEST(frmNewZip, PackagingAsksFirstAndCancelLeavesTheScreenEmpty) {
     ZipScreen f;
     frmNewZip screen(f.ctx, "MyRoute");
-    f.ui.answers = {app::Answer::Cancel};
+    f.ui.answers = {base::Answer::Cancel};
     EXPECT_FALSE(screen.startPackaging());
     EXPECT_EQ(f.ui.texts(), std::vector<std::string>{"Click OK to start processing zip file (may take a little time)"});
     EXPECT_EQ(screen.list()->rowCount(), 0);
@@ -37,7 +37,7 @@ TEST(frmNewZip, PackagingAsksFirstAndCancelLeavesTheScreenEmpty) {
 TEST(frmNewZip, PackagingZipsThePackageFolderAndListsIt) {
     ZipScreen f;
     frmNewZip screen(f.ctx, "MyRoute");
-    f.ui.answers = {app::Answer::Ok};
+    f.ui.answers = {base::Answer::Ok};
     ASSERT_TRUE(screen.startPackaging());
     EXPECT_TRUE(fs::exists(f.root.path() / "MyRoute.zip"));
     ASSERT_EQ(screen.list()->rowCount(), 2);

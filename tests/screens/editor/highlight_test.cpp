@@ -120,7 +120,7 @@ TEST(HighlightController, GeometryAndTextureFilesAreRefused) {
         EXPECT_EQ(h.ui.shown[0].text,
                   "Do not highlight the text in GeoPcDx or TgPcDx files\n"
                   "as the data blob section causes the option to lock up.");
-        EXPECT_EQ(h.ui.shown[0].icon, app::Icon::Exclamation);
+        EXPECT_EQ(h.ui.shown[0].icon, base::Icon::Exclamation);
     }
 }
 

@@ -143,7 +143,7 @@ TEST(XmlTreePane, ABrokenFileKeepsWhatWasReadAndIsReported) {
     p.pane->load(p.root.write("TempFiles/Broken.xml", "<a><b>text</b><c>").string());
     EXPECT_GE(p.pane->editor().tree.count(), 2u);
     ASSERT_EQ(p.ui.shown.size(), 1u);
-    EXPECT_EQ(p.ui.shown[0].icon, app::Icon::Critical);
+    EXPECT_EQ(p.ui.shown[0].icon, base::Icon::Critical);
     p.pane->clear();
     EXPECT_EQ(p.pane->model()->rowCount({}), 0);
 }

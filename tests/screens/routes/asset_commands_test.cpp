@@ -138,7 +138,7 @@ TEST(AssetCommands, ProvidersThenTheItemsOfOneThenTheUnusedFiles) {
                                 "Do you wish to view a list of Textures used by this route?"}));
 
     f.ui.shown.clear();
-    f.ui.answers = {app::Answer::Yes};
+    f.ui.answers = {base::Answer::Yes};
     screen.button("Command23")->click();
     shown = f.grids(screen);
     frmListRS* unused = shown.back();

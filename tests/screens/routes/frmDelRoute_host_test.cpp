@@ -56,7 +56,7 @@ TEST(frmDelRouteHost, AnExceptionInTheWorkStillUnlocksTheScreen) {
     Host f;
     frmDelRoute screen(f.ctx);
     ASSERT_TRUE(screen.loadRoutes());
-    app::Ui* before = f.ctx.ui;
+    base::Ui* before = f.ctx.ui;
     EXPECT_THROW(screen.runLong([] { throw std::runtime_error("broken"); }), std::runtime_error);
     EXPECT_TRUE(screen.button("Command4")->isEnabled());
     EXPECT_EQ(f.ctx.ui, before);

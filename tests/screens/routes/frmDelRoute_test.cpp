@@ -154,12 +154,12 @@ TEST(frmDelRoute, DeleteSelectedScenariosAfterTheQuestion) {
     EXPECT_EQ(f.ui.texts(), std::vector<std::string>{"You do not appear to have selected a scenario?"});
 
     struct Case {
-        app::Answer answer;
+        base::Answer answer;
         std::vector<std::string> left;
     };
     const Case cases[] = {
-        {app::Answer::No, {"Run s1", "Run s2", "Run s3"}},
-        {app::Answer::Yes, {"Run s2"}},
+        {base::Answer::No, {"Run s1", "Run s2", "Run s3"}},
+        {base::Answer::Yes, {"Run s2"}},
     };
     for (const Case& c : cases) {
         f.ui.shown.clear();
@@ -250,7 +250,7 @@ TEST(frmDelRoute, CheckShowsTheMissingAndUsedListsAndSavesThem) {
     ASSERT_TRUE(screen.loadRoutes());
     f.selectRoute(screen, kRouteA);
     screen.listScenarios();
-    f.ui.answers = {app::Answer::Yes, app::Answer::No};  // the list of shapes, then no texture check
+    f.ui.answers = {base::Answer::Yes, base::Answer::No};  // the list of shapes, then no texture check
     screen.button("Command4")->click();
 
     EXPECT_EQ(screen.scenarios()->rowCount(), 0);
@@ -293,7 +293,7 @@ TEST(frmDelRoute, TextureCheckNotesAppearBelowTheGrids) {
     f.selectRoute(screen, kRouteA);
     const auto* notes = screen.findChild<QPlainTextEdit*>("Text1");
     EXPECT_TRUE(notes->isHidden());
-    f.ui.answers = {app::Answer::No, app::Answer::Yes, app::Answer::No};
+    f.ui.answers = {base::Answer::No, base::Answer::Yes, base::Answer::No};
     screen.button("Command4")->click();
     EXPECT_EQ(f.ui.texts().back(), "Do you wish to view a list of Textures used by this route?");
     EXPECT_FALSE(notes->isHidden());
@@ -305,7 +305,7 @@ TEST(frmDelRoute, TextureCheckNotesAppearBelowTheGrids) {
     testing::Screenshot(screen, "frmDelRoute_notes");
 
     // The next check starts with the notes cleared.
-    f.ui.answers = {app::Answer::No, app::Answer::No};
+    f.ui.answers = {base::Answer::No, base::Answer::No};
     screen.button("Command4")->click();
     EXPECT_TRUE(notes->isHidden());
     EXPECT_TRUE(notes->toPlainText().isEmpty());
@@ -403,7 +403,7 @@ TEST(frmDelRoute, PackedRouteAskedNoChecksNothing) {
     frmDelRoute screen(f.ctx);
     ASSERT_TRUE(screen.loadRoutes());
     f.selectRoute(screen, kRouteB);
-    f.ui.answers = {app::Answer::No};
+    f.ui.answers = {base::Answer::No};
     screen.checkSelectedRoute();
     ASSERT_EQ(f.ui.shown.size(), 1u);
     EXPECT_TRUE(f.ui.shown[0].question);

@@ -49,7 +49,7 @@ struct Maintenance : testing::RouteScreenFixture {
                                    tools::SerzDirection::ToBinary);
     }
     frmMix* openMix() {
-        ui.answers = {app::Answer::Yes};
+        ui.answers = {base::Answer::Yes};
         misc("mnuTex")->trigger();
         return screen.findChild<frmMix*>();
     }
@@ -108,7 +108,7 @@ TEST(MaintenanceCommands, RemoveTerrainTexturesAsksThenOpensTheMixMapList) {
 
     ASSERT_TRUE(f.mixTile("+000000+000000.bin"));
     f.ui.shown.clear();
-    f.ui.answers = {app::Answer::No};
+    f.ui.answers = {base::Answer::No};
     f.misc("mnuTex")->trigger();
     EXPECT_EQ(f.screen.findChild<frmMix*>(), nullptr);
 
@@ -167,7 +167,7 @@ TEST(MaintenanceCommands, MakeAssetFolderCopiesTheSavedListsAssetsForTheSelected
     f.asset("Kestrel/Moorland/Scenery/Oak.bin");
     f.root.write("Reports/Zeta Line_Assets.csv",
                  f.game.system() + "\\Assets\\Kestrel\\Moorland\\Scenery\\Oak.bin,(Scenery Item)\r\n");
-    f.ui.answers = {app::Answer::Ok};
+    f.ui.answers = {base::Answer::Ok};
     f.misc("mnuCRF")->trigger();
     EXPECT_EQ(f.root.read("Zeta Line/Kestrel/Moorland/Scenery/Oak.bin"), "bin");
     ASSERT_EQ(f.ui.texts().size(), 2u);
@@ -178,7 +178,7 @@ TEST(MaintenanceCommands, MakeAssetFolderCopiesTheSavedListsAssetsForTheSelected
 
 TEST(MaintenanceCommands, MakeAssetFolderCancelledChangesNothing) {
     Maintenance f;
-    f.ui.answers = {app::Answer::Cancel};
+    f.ui.answers = {base::Answer::Cancel};
     f.misc("mnuCRF")->trigger();
     ASSERT_EQ(f.ui.texts().size(), 1u);
     EXPECT_TRUE(f.ui.shown[0].question);

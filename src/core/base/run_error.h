@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace ferrolund::app {
+namespace ferrolund::base {
 
 struct RunError {
     int number = 0;           // the classic run-time error numbers (53 file not found, ...)
@@ -35,4 +35,4 @@ RunError InputPastEnd();
 RunError TypeMismatch();
 }  // namespace err
 
-}  // namespace ferrolund::app
+}  // namespace ferrolund::base

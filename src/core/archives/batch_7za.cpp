@@ -1,5 +1,6 @@
-// The tools of the batch interpreter: 7za, served by the built-in archive access, and
-// serz, served by SerzConvert.
+// The 7za lines of the batch interpreter, served by the built-in archive access.
+#include "archives/batch_7za.h"
+
 #include <cinttypes>
 #include <cstdio>
 
@@ -8,13 +9,13 @@
 #include "archives/zip_archive.h"
 #include "tools/batch_run.h"
 #include "tools/codepage.h"
-#include "tools/serz_convert.h"
 
-namespace ferrolund::tools::batch {
+namespace ferrolund::archives {
+
+using namespace tools::batch;
+using tools::LowerCp1252;
 
 namespace {
-
-using archives::ArchiveEntry;
 
 // Whether a name given on the command line selects the entry: the pattern matches the
 // stored path or one of its folders (so a folder brings all it holds), from the archive's
@@ -40,7 +41,7 @@ bool Selects(const std::string& pattern, const ArchiveEntry& entry, bool recurse
     return false;
 }
 
-std::string Listing(const archives::ZipArchive& archive, const std::vector<std::size_t>& indices) {
+std::string Listing(const ZipArchive& archive, const std::vector<std::size_t>& indices) {
     std::string text = "Archive: " + archive.path() + "\r\n\r\n";
     text += "Date                        Size   Compressed  Name\r\n";
     std::uint64_t size = 0, packed = 0;
@@ -49,7 +50,7 @@ std::string Listing(const archives::ZipArchive& archive, const std::vector<std::
         const ArchiveEntry& e = archive.entries()[i];
         char numbers[64];
         std::snprintf(numbers, sizeof numbers, "%12" PRIu64 " %12" PRIu64, e.size, e.compressedSize);
-        text += archives::FormatEntryTime(e.modified) + " " + numbers + "  " + e.stored + "\r\n";
+        text += FormatEntryTime(e.modified) + " " + numbers + "  " + e.stored + "\r\n";
         size += e.size;
         packed += e.compressedSize;
         (e.isFolder ? folders : files) += 1;
@@ -61,7 +62,7 @@ std::string Listing(const archives::ZipArchive& archive, const std::vector<std::
 
 }  // namespace
 
-void SevenZip(Run& run, const std::vector<Word>& words) {
+void SevenZipLine(Run& run, const std::vector<Word>& words) {
     if (words.empty()) {
         run.fail("Command Line Error: the command is missing");
         return;
@@ -71,7 +72,7 @@ void SevenZip(Run& run, const std::vector<Word>& words) {
         run.fail("Command Line Error: the command " + words[0].text + " is not one this program's batch files use");
         return;
     }
-    archives::ExtractOptions options;
+    ExtractOptions options;
     options.target = run.folder;
     options.fullPaths = command == "x";
     bool recurse = false, yes = false, modeGiven = false;
@@ -85,10 +86,10 @@ void SevenZip(Run& run, const std::vector<Word>& words) {
             options.target = Resolve(run, w.substr(2));
         } else if (lower == "-aoa" || lower == "-aos" || lower == "-aou" || lower == "-aot") {
             modeGiven = true;
-            options.overwrite = lower == "-aoa"   ? archives::Overwrite::All
-                                : lower == "-aos" ? archives::Overwrite::Skip
-                                : lower == "-aou" ? archives::Overwrite::RenameNew
-                                                  : archives::Overwrite::RenameExisting;
+            options.overwrite = lower == "-aoa"   ? Overwrite::All
+                                : lower == "-aos" ? Overwrite::Skip
+                                : lower == "-aou" ? Overwrite::RenameNew
+                                                  : Overwrite::RenameExisting;
         } else if (lower == "-r" || lower == "-r-") {
             recurse = lower == "-r";
         } else if (lower == "-y") {
@@ -98,7 +99,7 @@ void SevenZip(Run& run, const std::vector<Word>& words) {
             return;
         }
     }
-    if (!modeGiven) options.overwrite = yes ? archives::Overwrite::All : archives::Overwrite::Ask;
+    if (!modeGiven) options.overwrite = yes ? Overwrite::All : Overwrite::Ask;
     if (args.empty()) {
         run.fail("Command Line Error: the archive is missing");
         return;
@@ -116,13 +117,13 @@ void SevenZip(Run& run, const std::vector<Word>& words) {
     const std::vector<std::string> names(args.begin() + 1, args.end());
     for (const std::string& path : archivePaths) {
         if (run.outcome.aborted) return;
-        if (archives::IsOverlength(path)) {
+        if (IsOverlength(path)) {
             run.outcome.overlength.push_back(path);
             run.print(path + " is over 2 gigabytes and was passed over");
             continue;
         }
-        archives::ZipArchive archive;
-        if (app::Status s = archive.open(path)) {
+        ZipArchive archive;
+        if (base::Status s = archive.open(path)) {
             run.fail(*s);
             continue;
         }
@@ -138,7 +139,7 @@ void SevenZip(Run& run, const std::vector<Word>& words) {
             continue;
         }
         run.print("Extracting archive: " + path);
-        const archives::ExtractOutcome out = archives::ExtractEntries(run.ctx, archive, chosen, options);
+        const ExtractOutcome out = ExtractEntries(run.ctx, archive, chosen, options);
         for (const auto& name : out.refused) {
             run.fail("The entry " + name + " of " + path + " names a place outside " + options.target +
                      " and was not unpacked");
@@ -150,34 +151,6 @@ void SevenZip(Run& run, const std::vector<Word>& words) {
     }
 }
 
-void Serz(Run& run, const std::vector<Word>& words) {
-    if (words.empty() || words.size() > 2) {
-        run.fail("serz takes a source and a target: serz \"<source>\" xml:\"<target>\"");
-        return;
-    }
-    const std::string source = Resolve(run, words[0].text);
-    std::string target;
-    SerzDirection direction = SerzDirection::ToXml;
-    if (words.size() == 2) {
-        std::string targetWord = words[1].text;
-        if (targetWord.starts_with('/')) targetWord.erase(0, 1);
-        const std::string lower = LowerCp1252(targetWord.substr(0, 4));
-        if (lower != "xml:" && lower != "bin:") {
-            run.fail("serz: the target must start with xml: or bin: - " + words[1].text);
-            return;
-        }
-        direction = lower == "xml:" ? SerzDirection::ToXml : SerzDirection::ToBinary;
-        target = Resolve(run, targetWord.substr(4));
-    } else {
-        const std::string tail = LowerCp1252(source.size() >= 3 ? source.substr(source.size() - 3) : source);
-        if (tail != "bin" && tail != "xml") {
-            run.fail("serz: the source must end in bin or xml - " + source);
-            return;
-        }
-        direction = tail == "bin" ? SerzDirection::ToXml : SerzDirection::ToBinary;
-        target = source.substr(0, source.size() - 3) + (tail == "bin" ? "xml" : "bin");
-    }
-    if (app::Status s = SerzConvert(run.ctx, source, target, direction)) run.fail(*s);
-}
+void ServeBatchArchives() { tools::batch::SetSevenZipCommand(&SevenZipLine); }
 
-}  // namespace ferrolund::tools::batch
+}  // namespace ferrolund::archives

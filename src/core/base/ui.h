@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace ferrolund::app {
+namespace ferrolund::base {
 
 enum class Icon { None, Information, Exclamation, Critical, Question };
 enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
@@ -37,4 +37,4 @@ public:
 // The program's title, used on boxes that name no other.
 inline constexpr const char* kProgramTitle = "Ferrolund";
 
-}  // namespace ferrolund::app
+}  // namespace ferrolund::base

@@ -1,6 +1,6 @@
-#include "app/run_error.h"
+#include "base/run_error.h"
 
-namespace ferrolund::app::err {
+namespace ferrolund::base::err {
 
 RunError FileNotFound(const std::string& path) { return {kFileNotFound, "File not found: " + path}; }
 RunError PathNotFound(const std::string& path) { return {kPathNotFound, "Path not found: " + path}; }
@@ -10,4 +10,4 @@ RunError SubscriptOutOfRange() { return {kSubscriptOutOfRange, "Subscript out of
 RunError InputPastEnd() { return {kInputPastEnd, "Input past end of file"}; }
 RunError TypeMismatch() { return {kTypeMismatch, "Type mismatch"}; }
 
-}  // namespace ferrolund::app::err
+}  // namespace ferrolund::base::err
