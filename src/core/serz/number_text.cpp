@@ -242,14 +242,30 @@ char* WriteAltEncoding(char* out, double value) {
 }
 
 char* WriteUnsigned(char* out, std::uint64_t value) {
+    // Two digits a step, from the back of a scratch buffer.
+    static constexpr char kPairs[] =
+        "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+        "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+        "8081828384858687888990919293949596979899";
     char digits[20];
-    int n = 0;
-    do {
-        digits[n++] = static_cast<char>('0' + value % 10);
-        value /= 10;
-    } while (value != 0);
-    while (n > 0) *out++ = digits[--n];
-    return out;
+    char* p = digits + sizeof digits;
+    while (value >= 100) {
+        std::size_t pair = 2 * static_cast<std::size_t>(value % 100);
+        value /= 100;
+        p -= 2;
+        p[0] = kPairs[pair];
+        p[1] = kPairs[pair + 1];
+    }
+    if (value >= 10) {
+        p -= 2;
+        p[0] = kPairs[2 * value];
+        p[1] = kPairs[2 * value + 1];
+    } else {
+        *--p = static_cast<char>('0' + value);
+    }
+    auto length = static_cast<std::size_t>(digits + sizeof digits - p);
+    std::memcpy(out, p, length);
+    return out + length;
 }
 
 char* WriteSigned(char* out, std::int64_t value) {
