@@ -26,7 +26,9 @@ bool KindHasType(Kind kind) { return kind == Kind::Value || kind == Kind::Array;
 
 ValueType TypeFromName(std::string_view name) {
     for (std::size_t i = 0; i < detail::kTypes.size(); ++i) {
-        if (detail::kTypes[i].name == name) return static_cast<ValueType>(i);
+        std::string_view known = detail::kTypes[i].name;
+        // Lengths and last letters first: most names differ there, and cheaply.
+        if (known.size() == name.size() && known.back() == name.back() && known == name) return static_cast<ValueType>(i);
     }
     return ValueType::Unknown;
 }

@@ -82,6 +82,13 @@ float ToFloat(double value) {
     return std::signbit(value) ? -rounded : rounded;
 }
 
+// Whether `text` is the literal `word`; the comparison has a fixed length, so it is
+// compiled inline.
+template <std::size_t N>
+bool Is(std::string_view text, const char (&word)[N]) {
+    return text.size() == N - 1 && std::memcmp(text.data(), word, N - 1) == 0;
+}
+
 // The attributes of a start tag that the codec reads; others are passed over.
 struct Attributes {
     std::string_view id, type, numElements, elementType, size;
@@ -195,15 +202,16 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
         if (stop == nullptr) return Fail(start, "an attribute value is never closed");
         std::string_view value(start, static_cast<std::size_t>(stop - start));
         p_ = stop + 1;
-        if (key == "d:type") {
+        if (key.size() < 4 || key[0] != 'd' || key[1] != ':') continue;  // not one the codec reads
+        if (Is(key, "d:type")) {
             a.type = value, a.hasType = true;
-        } else if (key == "d:id") {
+        } else if (Is(key, "d:id")) {
             a.id = value, a.hasId = true;
-        } else if (key == "d:numElements") {
+        } else if (Is(key, "d:numElements")) {
             a.numElements = value, a.hasNumElements = true;
-        } else if (key == "d:elementType") {
+        } else if (Is(key, "d:elementType")) {
             a.elementType = value, a.hasElementType = true;
-        } else if (key == "d:size") {
+        } else if (Is(key, "d:size")) {
             a.size = value, a.hasSize = true;
         }
     }
