@@ -103,13 +103,22 @@ std::string GeneratedXml(std::size_t targetBytes) {
 }
 
 // The shared real files lie beside the checkout; FERROLUND_TESTDATA in the environment
-// names another place.
+// names another place. The source path is relative when the compiler cache rewrote it, so
+// the folders above the program and the working folder are searched as well.
 fs::path TestData() {
     if (const char* set = std::getenv("FERROLUND_TESTDATA")) return set;
 #ifdef FERROLUND_TESTDATA
     return FERROLUND_TESTDATA;
 #else
-    return fs::path(__FILE__).parent_path().parent_path().parent_path() / "shared" / "testdata";
+    fs::path beside = fs::path(__FILE__).parent_path().parent_path().parent_path() / "shared" / "testdata";
+    if (beside.is_absolute()) return beside;
+    std::error_code error;
+    for (fs::path start : {fs::read_symlink("/proc/self/exe", error).parent_path(), fs::current_path(error)}) {
+        for (fs::path dir = start; !dir.empty() && dir != dir.root_path(); dir = dir.parent_path()) {
+            if (fs::is_directory(dir / "shared" / "testdata", error)) return dir / "shared" / "testdata";
+        }
+    }
+    return beside;
 #endif
 }
 

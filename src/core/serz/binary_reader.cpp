@@ -66,8 +66,7 @@ bool BinaryReader::Fail(std::size_t offset, std::string_view reason) {
     return false;
 }
 
-bool BinaryReader::Need(std::size_t bytes, std::string_view what) {
-    if (static_cast<std::size_t>(end_ - pos_) >= bytes) return true;
+bool BinaryReader::Truncated(std::size_t bytes, std::string_view what) {
     return Fail(offset(), "the file is truncated: " + std::to_string(bytes) + " bytes wanted for " +
                               std::string(what) + ", " + std::to_string(end_ - pos_) + " remain");
 }

@@ -47,7 +47,10 @@ private:
     };
 
     bool Fail(std::size_t offset, std::string_view reason);
-    bool Need(std::size_t bytes, std::string_view what);
+    bool Need(std::size_t bytes, std::string_view what) {
+        return static_cast<std::size_t>(end_ - pos_) >= bytes || Truncated(bytes, what);
+    }
+    bool Truncated(std::size_t bytes, std::string_view what);
     bool ReadString(std::uint16_t& index);
     bool ReadHeader(CacheEntry& entry);
     bool ReadPayload(Record& record);

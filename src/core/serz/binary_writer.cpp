@@ -7,29 +7,8 @@
 
 namespace ferrolund::serz {
 
-namespace {
-
-std::uint64_t HashBytes(std::string_view text) {
-    std::uint64_t h = 0x9E3779B97F4A7C15ULL ^ text.size();
-    std::size_t i = 0;
-    for (; i + 8 <= text.size(); i += 8) {
-        std::uint64_t chunk;
-        std::memcpy(&chunk, text.data() + i, 8);
-        h = (h ^ chunk) * 0xFF51AFD7ED558CCDULL;
-        h ^= h >> 29;
-    }
-    std::uint64_t tail = 0;
-    if (i < text.size()) std::memcpy(&tail, text.data() + i, text.size() - i);
-    h = (h ^ tail) * 0xC4CEB9FE1A85EC53ULL;
-    return h ^ (h >> 32);
-}
-
-constexpr std::size_t kInitialIndex = 1024;
-
-}  // namespace
-
 BinaryWriter::BinaryWriter(std::string& out, std::size_t expected)
-    : out_(out, expected), index_(kInitialIndex, 0), slotsByName_(1) {
+    : out_(out, expected), slotsByName_(1) {
     typeIndex_.fill(kNone);
     out_.Append(kMagic);
 }
@@ -52,22 +31,16 @@ void BinaryWriter::Put32(std::uint32_t value) {
 }
 
 int BinaryWriter::FindString(std::string_view text, std::uint64_t hash) const {
-    std::size_t mask = index_.size() - 1;
-    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-        std::uint32_t entry = index_[at];
-        if (entry == 0) return kNone;
-        const Span& span = strings_[entry - 1];
-        if (hashes_[entry - 1] == hash && span.length == text.size() &&
-            (text.empty() || std::memcmp(out_.At(span.offset), text.data(), text.size()) == 0)) {
-            return static_cast<int>(entry - 1);
-        }
-    }
+    return index_.Find(hash, [&](int i) {
+        const Span& span = strings_[static_cast<std::size_t>(i)];
+        return span.length == text.size() && (text.empty() || std::memcmp(out_.At(span.offset), text.data(), text.size()) == 0);
+    });
 }
 
 // Writes the reference to `text`, adding it to the table (in place, after FFFF and its
 // character count) when it is new.
 bool BinaryWriter::WriteString(std::string_view text, int& index) {
-    std::uint64_t hash = HashBytes(text);
+    std::uint64_t hash = HashText(text);
     index = FindString(text, hash);
     if (index != kNone) {
         Put16(static_cast<std::uint16_t>(index));
@@ -79,24 +52,9 @@ bool BinaryWriter::WriteString(std::string_view text, int& index) {
     Put16(kNewString);
     Put32(static_cast<std::uint32_t>(characters));
     strings_.push_back({out_.size(), text.size()});
-    hashes_.push_back(hash);
+    index_.Add(hash);
     out_.Append(text);
     index = static_cast<int>(strings_.size() - 1);
-    if (strings_.size() * 2 > index_.size()) {
-        std::vector<std::uint32_t> grown(index_.size() * 2, 0);
-        std::size_t mask = grown.size() - 1;
-        for (std::size_t i = 0; i < strings_.size(); ++i) {
-            std::size_t at = hashes_[i] & mask;
-            while (grown[at] != 0) at = (at + 1) & mask;
-            grown[at] = static_cast<std::uint32_t>(i + 1);
-        }
-        index_.swap(grown);
-    } else {
-        std::size_t mask = index_.size() - 1;
-        std::size_t at = hash & mask;
-        while (index_[at] != 0) at = (at + 1) & mask;
-        index_[at] = static_cast<std::uint32_t>(index + 1);
-    }
     return true;
 }
 
@@ -122,11 +80,12 @@ void BinaryWriter::StoreCached(const CacheKey& key) {
 
 int BinaryWriter::TypeIndex(ValueType type) const { return typeIndex_[static_cast<std::size_t>(type)]; }
 
-bool BinaryWriter::Header(Kind kind, std::string_view name, ValueType type, bool hasName, bool hasType) {
+bool BinaryWriter::Header(Kind kind, NameRef* name, ValueType type, bool hasType) {
     CacheKey key{kind, kNone, kNone};
     bool known = true;
-    if (hasName) {
-        key.name = FindString(name, HashBytes(name));
+    if (name != nullptr) {
+        if (name->index == kNone) name->index = FindString(name->text, HashText(name->text));
+        key.name = name->index;
         known = key.name != kNone;
     }
     if (hasType) {
@@ -142,7 +101,14 @@ bool BinaryWriter::Header(Kind kind, std::string_view name, ValueType type, bool
     }
     out_.Put(static_cast<char>(kFullRecord));
     out_.Put(static_cast<char>(kind));
-    if (hasName && !WriteString(name, key.name)) return false;
+    if (name != nullptr) {
+        if (name->index != kNone) {
+            Put16(static_cast<std::uint16_t>(name->index));
+        } else if (!WriteString(name->text, name->index)) {
+            return false;
+        }
+        key.name = name->index;
+    }
     if (hasType) {
         if (!WriteString(TypeName(type), key.type)) return false;
         typeIndex_[static_cast<std::size_t>(type)] = key.type;
@@ -155,8 +121,8 @@ void BinaryWriter::CountChild() {
     if (!open_.empty()) ++open_.back().second;
 }
 
-bool BinaryWriter::Open(std::string_view name, std::uint32_t id) {
-    if (!Header(Kind::Open, name, ValueType::Unknown, true, false)) return false;
+bool BinaryWriter::Open(NameRef& name, std::uint32_t id) {
+    if (!Header(Kind::Open, &name, ValueType::Unknown, false)) return false;
     CountChild();
     Put32(id);
     open_.emplace_back(out_.size(), 0);
@@ -164,53 +130,53 @@ bool BinaryWriter::Open(std::string_view name, std::uint32_t id) {
     return true;
 }
 
-bool BinaryWriter::Close(std::string_view name) {
+bool BinaryWriter::Close(NameRef& name) {
     if (open_.empty()) return Fail("an end tag without a start");
-    if (!Header(Kind::Close, name, ValueType::Unknown, true, false)) return false;
+    if (!Header(Kind::Close, &name, ValueType::Unknown, false)) return false;
     auto [offset, count] = open_.back();
     std::memcpy(out_.At(offset), &count, 4);
     open_.pop_back();
     return true;
 }
 
-bool BinaryWriter::Value(std::string_view name, ValueType type, const void* bytes) {
-    if (!Header(Kind::Value, name, type, true, true)) return false;
+bool BinaryWriter::Value(NameRef& name, ValueType type, const void* bytes) {
+    if (!Header(Kind::Value, &name, type, true)) return false;
     CountChild();
     out_.Append({static_cast<const char*>(bytes), TypeSize(type)});
     return true;
 }
 
-bool BinaryWriter::StringValue(std::string_view name, std::string_view text) {
-    if (!Header(Kind::Value, name, ValueType::String, true, true)) return false;
+bool BinaryWriter::StringValue(NameRef& name, std::string_view text) {
+    if (!Header(Kind::Value, &name, ValueType::String, true)) return false;
     CountChild();
     int index = kNone;
     return WriteString(text, index);
 }
 
-bool BinaryWriter::Array(std::string_view name, ValueType type, std::uint8_t count, const void* bytes) {
-    if (!Header(Kind::Array, name, type, true, true)) return false;
+bool BinaryWriter::Array(NameRef& name, ValueType type, std::uint8_t count, const void* bytes) {
+    if (!Header(Kind::Array, &name, type, true)) return false;
     CountChild();
     out_.Put(static_cast<char>(count));
     out_.Append({static_cast<const char*>(bytes), count * TypeSize(type)});
     return true;
 }
 
-bool BinaryWriter::Reference(std::string_view name, std::uint32_t target) {
-    if (!Header(Kind::Reference, name, ValueType::Unknown, true, false)) return false;
+bool BinaryWriter::Reference(NameRef& name, std::uint32_t target) {
+    if (!Header(Kind::Reference, &name, ValueType::Unknown, false)) return false;
     CountChild();
     Put32(target);
     return true;
 }
 
 bool BinaryWriter::Nil() {
-    if (!Header(Kind::Nil, {}, ValueType::Unknown, false, false)) return false;
+    if (!Header(Kind::Nil, nullptr, ValueType::Unknown, false)) return false;
     CountChild();
     return true;
 }
 
 // A blob is not counted among its element's children: the game's own textures say so.
 char* BinaryWriter::Blob(std::uint32_t size) {
-    if (!Header(Kind::Blob, {}, ValueType::Unknown, false, false)) return nullptr;
+    if (!Header(Kind::Blob, nullptr, ValueType::Unknown, false)) return nullptr;
     Put32(size);
     char* room = out_.Reserve(size);
     out_.Commit(room + size);

@@ -11,8 +11,17 @@
 
 #include "serz/format.h"
 #include "serz/output_buffer.h"
+#include "serz/text_index.h"
 
 namespace ferrolund::serz {
+
+// A record's name as the caller hands it over: the text in binary form, and its number in
+// the string table, which the writer fills in once it has found or written the text, so
+// that a caller who keeps the NameRef pays for the look-up once.
+struct NameRef {
+    std::string_view text;
+    int index = TextIndex::kNone;
+};
 
 class BinaryWriter {
 public:
@@ -20,14 +29,14 @@ public:
     BinaryWriter(std::string& out, std::size_t expected);
 
     // Each returns false when the record cannot be written; `failure()` tells why.
-    bool Open(std::string_view name, std::uint32_t id);
-    bool Close(std::string_view name);
+    bool Open(NameRef& name, std::uint32_t id);
+    bool Close(NameRef& name);
     // A scalar of a fixed-size type, its bytes in file order.
-    bool Value(std::string_view name, ValueType type, const void* bytes);
-    bool StringValue(std::string_view name, std::string_view text);
+    bool Value(NameRef& name, ValueType type, const void* bytes);
+    bool StringValue(NameRef& name, std::string_view text);
     // `count` elements of a fixed-size type, their bytes in file order.
-    bool Array(std::string_view name, ValueType type, std::uint8_t count, const void* bytes);
-    bool Reference(std::string_view name, std::uint32_t target);
+    bool Array(NameRef& name, ValueType type, std::uint8_t count, const void* bytes);
+    bool Reference(NameRef& name, std::uint32_t target);
     bool Nil();
     // Room for the `size` bytes of a blob, to be filled by the caller at once.
     char* Blob(std::uint32_t size);
@@ -37,7 +46,7 @@ public:
     const std::string& failure() const { return failure_; }
 
 private:
-    static constexpr int kNone = -1;
+    static constexpr int kNone = TextIndex::kNone;
 
     struct CacheKey {
         Kind kind = Kind::Nil;
@@ -50,7 +59,8 @@ private:
         std::size_t length;
     };
 
-    bool Header(Kind kind, std::string_view name, ValueType type, bool hasName, bool hasType);
+    // `name` is null for the kinds without one.
+    bool Header(Kind kind, NameRef* name, ValueType type, bool hasType);
     int TypeIndex(ValueType type) const;
     int FindString(std::string_view text, std::uint64_t hash) const;
     bool WriteString(std::string_view text, int& index);
@@ -63,11 +73,9 @@ private:
 
     OutputBuffer out_;
     std::string failure_;
-    // The string table: where each string's bytes lie in the output, and an open-addressed
-    // index over them (entries hold string index + 1; 0 is a free place).
+    // The string table: where each string's bytes lie in the output, and an index over them.
     std::vector<Span> strings_;
-    std::vector<std::uint32_t> index_;
-    std::vector<std::uint64_t> hashes_;
+    TextIndex index_;
     // The string index of each value type's name, once it is in the table.
     std::array<int, static_cast<std::size_t>(ValueType::Unknown)> typeIndex_;
     // The line cache, and per name index the slots whose key has that name (nameless

@@ -2,6 +2,7 @@
 // The facts of the game's serialised binary form that both directions of the codec share:
 // the file head, the record kinds, the value types and the size of the line cache.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -51,12 +52,43 @@ enum class ValueType : std::uint8_t {
     Unknown,
 };
 
+namespace detail {
+struct TypeInfo {
+    std::string_view name;
+    std::size_t size;
+};
+// In the order of ValueType.
+inline constexpr std::array<TypeInfo, 12> kTypes{{
+    {"bool", 1},
+    {"sUInt8", 1},
+    {"sInt8", 1},
+    {"sInt16", 2},
+    {"sUInt16", 2},
+    {"sInt32", 4},
+    {"sUInt32", 4},
+    {"sInt64", 8},
+    {"sUInt64", 8},
+    {"sFloat32", 4},
+    {"sFloat64", 8},
+    {"cDeltaString", 0},
+}};
+}  // namespace detail
+
 // The type name as the files spell it ("sFloat32", "cDeltaString", ...), and back.
-std::string_view TypeName(ValueType type);
+constexpr std::string_view TypeName(ValueType type) {
+    auto index = static_cast<std::size_t>(type);
+    return index < detail::kTypes.size() ? detail::kTypes[index].name : std::string_view{};
+}
 ValueType TypeFromName(std::string_view name);
 // Bytes of one value in the file; 0 for strings, which are string references.
-std::size_t TypeSize(ValueType type);
-bool IsFloat(ValueType type);
-bool IsSigned(ValueType type);
+constexpr std::size_t TypeSize(ValueType type) {
+    auto index = static_cast<std::size_t>(type);
+    return index < detail::kTypes.size() ? detail::kTypes[index].size : 0;
+}
+constexpr bool IsFloat(ValueType type) { return type == ValueType::Float32 || type == ValueType::Float64; }
+constexpr bool IsSigned(ValueType type) {
+    return type == ValueType::Int8 || type == ValueType::Int16 || type == ValueType::Int32 ||
+           type == ValueType::Int64;
+}
 
 }  // namespace ferrolund::serz

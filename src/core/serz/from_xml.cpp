@@ -1,15 +1,21 @@
 // XML to binary: a reader of the converter's XML that takes what a person may type (any
 // indentation, LF or CR LF, blank lines, comments) and feeds the binary writer.
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <string>
 #include <vector>
 
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
+
 #include "serz/binary_writer.h"
 #include "serz/codec.h"
 #include "serz/number_text.h"
+#include "serz/xml_names.h"
 #include "serz/xml_text.h"
 
 namespace ferrolund::serz {
@@ -17,6 +23,53 @@ namespace ferrolund::serz {
 namespace {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// The characters that end a name in a tag.
+constexpr std::array<bool, 256> kNameEnds = [] {
+    std::array<bool, 256> ends{};
+    for (unsigned char c : std::string_view(" \t\r\n>/=<")) ends[c] = true;
+    return ends;
+}();
+
+#if defined(__SSE2__) || defined(_M_X64)
+// Bit i set when character i of the chunk is a blank.
+unsigned BlankMask(__m128i chunk) {
+    __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8(' ')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\t'))),
+                               _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('\r')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\n'))));
+    return static_cast<unsigned>(_mm_movemask_epi8(hit));
+}
+
+// Bit i set when character i of the chunk ends a name (see kNameEnds).
+unsigned NameEndMask(__m128i chunk) {
+    __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('>')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('/'))),
+                               _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('=')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('<'))));
+    return BlankMask(chunk) | static_cast<unsigned>(_mm_movemask_epi8(hit));
+}
+#endif
+
+// Where the name starting at `p` ends: at the first character of kNameEnds or the end.
+const char* NameEnd(const char* p, const char* end) {
+#if defined(__SSE2__) || defined(_M_X64)
+    for (; end - p >= 16; p += 16) {  // sixteen characters a step while sixteen remain
+        unsigned mask = NameEndMask(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+        if (mask != 0) return p + std::countr_zero(mask);
+    }
+#endif
+    while (p < end && !kNameEnds[static_cast<unsigned char>(*p)]) ++p;
+    return p;
+}
+
+// The first character from `p` on that is not a blank, or the end.
+const char* BlanksEnd(const char* p, const char* end) {
+#if defined(__SSE2__) || defined(_M_X64)
+    for (; end - p >= 16; p += 16) {
+        unsigned mask = ~BlankMask(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))) & 0xFFFFu;
+        if (mask != 0) return p + std::countr_zero(mask);
+    }
+#endif
+    while (p < end && IsBlank(*p)) ++p;
+    return p;
+}
 
 // The nearest float. Past the largest float a value rounds to it or, from the midpoint
 // to the next power of two on, to infinity (a plain conversion is undefined there).
@@ -27,6 +80,13 @@ float ToFloat(double value) {
     if (!(magnitude > kMax) || std::isinf(value)) return static_cast<float>(value);
     float rounded = magnitude < kMidpoint ? std::numeric_limits<float>::max() : std::numeric_limits<float>::infinity();
     return std::signbit(value) ? -rounded : rounded;
+}
+
+// Whether `text` is the literal `word`; the comparison has a fixed length, so it is
+// compiled inline.
+template <std::size_t N>
+bool Is(std::string_view text, const char (&word)[N]) {
+    return text.size() == N - 1 && std::memcmp(text.data(), word, N - 1) == 0;
 }
 
 // The attributes of a start tag that the codec reads; others are passed over.
@@ -51,11 +111,10 @@ private:
     bool ReadAttributes(Attributes& attributes, bool& selfClosing);
     bool ReadEndTag(std::string_view name);
     bool ReadContent(std::string_view name, bool selfClosing, std::string_view& content);
-    std::string_view BinaryName(std::string_view xmlName);
     bool Element();
     bool EndTag();
-    bool Value(std::string_view name, const Attributes& attributes, bool selfClosing, const char* at);
-    bool Array(std::string_view name, const Attributes& attributes, bool selfClosing, const char* at);
+    bool Value(std::uint32_t name, const Attributes& attributes, bool selfClosing, const char* at);
+    bool Array(std::uint32_t name, const Attributes& attributes, bool selfClosing, const char* at);
     bool Blob(const Attributes& attributes, bool selfClosing, const char* at);
     bool Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at);
     bool Written(bool ok, const char* at);
@@ -64,9 +123,9 @@ private:
     const char* p_;
     const char* end_;
     BinaryWriter& writer_;
-    std::vector<std::string_view> open_;  // XML names of the open elements
+    XmlNames names_;
+    std::vector<std::uint32_t> open_;  // names of the open elements, innermost last
     bool rootSeen_ = false;
-    std::string name_;                    // a name with "-" turned into "::"
     std::string unescaped_;
     std::vector<unsigned char> elements_;
     CodecStatus failure_;
@@ -88,14 +147,13 @@ bool XmlReader::Match(std::string_view what) {
     return true;
 }
 
-void XmlReader::SkipBlanks() {
-    while (p_ < end_ && IsBlank(*p_)) ++p_;
-}
+void XmlReader::SkipBlanks() { p_ = BlanksEnd(p_, end_); }
 
 // Passes over blanks, comments and processing instructions; false on one left open.
 bool XmlReader::SkipMarkup() {
     for (;;) {
         SkipBlanks();
+        if (end_ - p_ >= 2 && p_[0] == '<' && p_[1] != '!' && p_[1] != '?') return true;  // a tag
         std::string_view rest(p_, static_cast<std::size_t>(end_ - p_));
         std::string_view close;
         if (rest.starts_with("<!--")) {
@@ -111,16 +169,9 @@ bool XmlReader::SkipMarkup() {
     }
 }
 
-// The characters that end a name in a tag.
-constexpr std::array<bool, 256> kNameEnds = [] {
-    std::array<bool, 256> ends{};
-    for (unsigned char c : std::string_view(" \t\r\n>/=<")) ends[c] = true;
-    return ends;
-}();
-
 bool XmlReader::ReadName(std::string_view& name) {
     const char* start = p_;
-    while (p_ < end_ && !kNameEnds[static_cast<unsigned char>(*p_)]) ++p_;
+    p_ = NameEnd(p_, end_);
     name = {start, static_cast<std::size_t>(p_ - start)};
     return !name.empty() || Fail(start, "a tag has no name");
 }
@@ -151,21 +202,28 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
         if (stop == nullptr) return Fail(start, "an attribute value is never closed");
         std::string_view value(start, static_cast<std::size_t>(stop - start));
         p_ = stop + 1;
-        if (key == "d:type") {
+        if (key.size() < 4 || key[0] != 'd' || key[1] != ':') continue;  // not one the codec reads
+        if (Is(key, "d:type")) {
             a.type = value, a.hasType = true;
-        } else if (key == "d:id") {
+        } else if (Is(key, "d:id")) {
             a.id = value, a.hasId = true;
-        } else if (key == "d:numElements") {
+        } else if (Is(key, "d:numElements")) {
             a.numElements = value, a.hasNumElements = true;
-        } else if (key == "d:elementType") {
+        } else if (Is(key, "d:elementType")) {
             a.elementType = value, a.hasElementType = true;
-        } else if (key == "d:size") {
+        } else if (Is(key, "d:size")) {
             a.size = value, a.hasSize = true;
         }
     }
 }
 
 bool XmlReader::ReadEndTag(std::string_view name) {
+    std::size_t length = name.size() + 3;  // "</name>", as written in the common case
+    if (static_cast<std::size_t>(end_ - p_) >= length && p_[0] == '<' && p_[1] == '/' && p_[length - 1] == '>' &&
+        std::memcmp(p_ + 2, name.data(), name.size()) == 0) {
+        p_ += length;
+        return true;
+    }
     const char* at = p_;
     if (!Match("</")) return Fail(p_, "expected the end tag </" + std::string(name) + ">");
     std::string_view found;
@@ -190,19 +248,6 @@ bool XmlReader::ReadContent(std::string_view name, bool selfClosing, std::string
         content = unescaped_;
     }
     return ReadEndTag(name);
-}
-
-std::string_view XmlReader::BinaryName(std::string_view xmlName) {
-    if (std::memchr(xmlName.data(), '-', xmlName.size()) == nullptr) return xmlName;
-    name_.clear();
-    for (char c : xmlName) {
-        if (c == '-') {
-            name_ += "::";
-        } else {
-            name_ += c;
-        }
-    }
-    return name_;
 }
 
 bool XmlReader::Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at) {
@@ -246,10 +291,10 @@ bool ParseId(std::string_view text, std::uint32_t& id) {
     return true;
 }
 
-bool XmlReader::Value(std::string_view name, const Attributes& a, bool selfClosing, const char* at) {
+bool XmlReader::Value(std::uint32_t name, const Attributes& a, bool selfClosing, const char* at) {
     std::string_view content;
-    if (!ReadContent(name, selfClosing, content)) return false;
-    std::string_view binaryName = BinaryName(name);
+    if (!ReadContent(names_.Xml(name), selfClosing, content)) return false;
+    NameRef& binaryName = names_.Binary(name);
     if (a.type == "ref") {
         std::uint32_t target = 0;
         if (!ParseId(content, target)) return Fail(at, "'" + std::string(content) + "' is not a reference");
@@ -262,7 +307,8 @@ bool XmlReader::Value(std::string_view name, const Attributes& a, bool selfClosi
     return Scalar(content, type, bytes, at) && Written(writer_.Value(binaryName, type, bytes), at);
 }
 
-bool XmlReader::Array(std::string_view name, const Attributes& a, bool selfClosing, const char* at) {
+bool XmlReader::Array(std::uint32_t nameNumber, const Attributes& a, bool selfClosing, const char* at) {
+    std::string_view name = names_.Xml(nameNumber);
     ValueType type = TypeFromName(a.elementType);
     if (type == ValueType::Unknown || type == ValueType::String) {
         return Fail(at, "unknown array element type '" + std::string(a.elementType) + "'");
@@ -287,7 +333,7 @@ bool XmlReader::Array(std::string_view name, const Attributes& a, bool selfClosi
         if (!Scalar(content.substr(start, i - start), type, &elements_[(count - 1) * size], at)) return false;
     }
     if (count != declared) return Fail(at, "<" + std::string(name) + "> holds fewer elements than d:numElements");
-    return Written(writer_.Array(BinaryName(name), type, static_cast<std::uint8_t>(count), elements_.data()), at);
+    return Written(writer_.Array(names_.Binary(nameNumber), type, static_cast<std::uint8_t>(count), elements_.data()), at);
 }
 
 bool XmlReader::Blob(const Attributes& a, bool selfClosing, const char* at) {
@@ -324,24 +370,25 @@ bool XmlReader::Element() {
         return Written(writer_.Nil(), at);
     }
     if (name == "d:blob") return Blob(a, selfClosing, at);
-    if (a.hasType) return Value(name, a, selfClosing, at);
-    if (a.hasNumElements || a.hasElementType) return Array(name, a, selfClosing, at);
+    std::uint32_t number = names_.Find(name);
+    if (a.hasType) return Value(number, a, selfClosing, at);
+    if (a.hasNumElements || a.hasElementType) return Array(number, a, selfClosing, at);
     std::uint32_t id = 0;
     if (a.hasId && !ParseId(a.id, id)) return Fail(at, "d:id '" + std::string(a.id) + "' is not a 32-bit number");
-    std::string_view binaryName = BinaryName(name);
+    NameRef& binaryName = names_.Binary(number);
     if (!Written(writer_.Open(binaryName, id), at)) return false;
     if (selfClosing) return Written(writer_.Close(binaryName), at);
-    open_.push_back(name);
+    open_.push_back(number);
     return true;
 }
 
 bool XmlReader::EndTag() {
     const char* at = p_;
     if (open_.empty()) return Fail(at, "an end tag without a start tag");
-    if (!ReadEndTag(open_.back())) return false;
-    std::string_view name = open_.back();
+    std::uint32_t name = open_.back();
+    if (!ReadEndTag(names_.Xml(name))) return false;
     open_.pop_back();
-    return Written(writer_.Close(BinaryName(name)), at);
+    return Written(writer_.Close(names_.Binary(name)), at);
 }
 
 CodecStatus XmlReader::Run() {
@@ -351,13 +398,13 @@ CodecStatus XmlReader::Run() {
         if (p_ == end_) break;
         if (*p_ != '<') {
             return ErrorAtLine(text_, p_, open_.empty() ? "text outside the root element"
-                                                         : "text inside <" + std::string(open_.back()) +
+                                                         : "text inside <" + std::string(names_.Xml(open_.back())) +
                                                                ">, which holds elements");
         }
         bool ok = (p_ + 1 < end_ && p_[1] == '/') ? EndTag() : Element();
         if (!ok) return failure_;
     }
-    if (!open_.empty()) return ErrorAtLine(text_, p_, "the text ends inside <" + std::string(open_.back()) + ">");
+    if (!open_.empty()) return ErrorAtLine(text_, p_, "the text ends inside <" + std::string(names_.Xml(open_.back())) + ">");
     if (!rootSeen_) return ErrorAtLine(text_, p_, "the text holds no element");
     writer_.Finish();
     return std::nullopt;

@@ -12,6 +12,15 @@ namespace ferrolund::serz {
 
 namespace {
 
+// Writes `pair` (below 100) as two digits.
+void WritePair(char* out, unsigned pair) {
+    static constexpr char kPairs[] =
+        "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+        "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+        "8081828384858687888990919293949596979899";
+    std::memcpy(out, kPairs + 2 * pair, 2);
+}
+
 // Decimal digits of a positive finite value: value = d[0].d[1]d[2]... x 10^exponent.
 struct Digits {
     char d[24];
@@ -148,6 +157,33 @@ bool ParseInteger(std::string_view text, T& value) {
     return !text.empty() && r.ec == std::errc{} && r.ptr == text.data() + text.size();
 }
 
+// The plain form "[-]digits[.digits]" with at most fifteen digits in all: the digits
+// make an integer below 2^53 and the places a power of ten below 10^22, both exact as
+// doubles, so one division rounds correctly, as the general reading does.
+bool ParsePlainDecimal(std::string_view text, double& value) {
+    static constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char* p = text.data();
+    const char* end = p + text.size();
+    bool negative = *p == '-';
+    p += negative;
+    std::uint64_t digits = 0;
+    int count = 0;
+    int places = 0;
+    const char* wholeStart = p;
+    for (; p < end && *p >= '0' && *p <= '9'; ++p, ++count) digits = digits * 10 + static_cast<unsigned>(*p - '0');
+    if (p == wholeStart) return false;
+    if (p < end && *p == '.') {
+        const char* fractionStart = ++p;
+        for (; p < end && *p >= '0' && *p <= '9'; ++p, ++count) digits = digits * 10 + static_cast<unsigned>(*p - '0');
+        places = static_cast<int>(p - fractionStart);
+        if (places == 0) return false;
+    }
+    if (p != end || count > 15) return false;
+    double magnitude = static_cast<double>(digits) / kPowers[places];
+    value = negative ? -magnitude : magnitude;
+    return true;
+}
+
 bool ParseNonFinite(std::string_view text, double& value) {
     bool negative = !text.empty() && text.front() == '-';
     if (negative) text.remove_prefix(1);
@@ -171,7 +207,62 @@ bool ParseNonFinite(std::string_view text, double& value) {
 
 }  // namespace
 
-char* WriteGeneral(char* out, double value, int exponentDigits) {
+namespace {
+
+constexpr int kGeneralPrecision = 6;
+
+// The six significant digits of `value` (positive) decided exactly in integers, for the
+// common case: from 1e-4 to below 1e6 with a mantissa of at most 25 bits (every float has
+// one). Then value x 10^9 splits into a whole part below 10^15 and a binary fraction below
+// 2^39, and the dropped digits say at once whether they reach half a unit. False when
+// the value is outside that case.
+bool ShortMantissaDigits(double value, Digits& x) {
+    if (!(value >= 1e-4 && value < 1e6)) return false;
+    std::uint64_t bits = std::bit_cast<std::uint64_t>(value);
+    std::uint64_t mantissa = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+    int shift = static_cast<int>(bits >> 52) - 1075;  // value = mantissa x 2^shift
+    int zeros = std::countr_zero(mantissa);
+    mantissa >>= zeros;
+    shift += zeros;
+    if (mantissa >= (std::uint64_t{1} << 25)) return false;
+    std::uint64_t scaled = mantissa * 1000000000ULL;
+    std::uint64_t whole = scaled;  // floor(value x 10^9)
+    bool fractionHalf = false;     // the fraction of value x 10^9 is at least one half
+    if (shift >= 0) {
+        whole = scaled << shift;
+    } else {
+        int right = -shift;
+        whole = scaled >> right;
+        fractionHalf = ((scaled >> (right - 1)) & 1) != 0;
+    }
+    int digits = 1;
+    for (std::uint64_t power = 10; digits < 20 && whole >= power; power *= 10) ++digits;
+    int dropped = digits - kGeneralPrecision;  // 0 when the value is below 1e-3
+    std::uint64_t kept = whole;
+    bool up = fractionHalf;
+    if (dropped > 0) {
+        std::uint64_t unit = 1;
+        for (int i = 0; i < dropped; ++i) unit *= 10;
+        kept = whole / unit;
+        // The binary fraction cannot lift the dropped digits over half: half is whole.
+        up = whole % unit >= unit / 2;
+    }
+    kept += up;
+    x.exponent = digits - 10;
+    if (kept == 1000000) {
+        kept = 100000;
+        ++x.exponent;
+    }
+    for (int i = kGeneralPrecision - 1; i >= 0; --i) {
+        x.d[i] = static_cast<char>('0' + kept % 10);
+        kept /= 10;
+    }
+    x.count = kGeneralPrecision;
+    while (x.count > 1 && x.d[x.count - 1] == '0') --x.count;
+    return true;
+}
+
+char* WriteGeneralDigits(char* out, double value, int exponentDigits, bool shortPath) {
     if (!std::isfinite(value)) return WriteNonFinite(out, value, 0);  // %g drops the padding zeros
     if (std::signbit(value)) *out++ = '-';
     value = std::fabs(value);
@@ -179,9 +270,9 @@ char* WriteGeneral(char* out, double value, int exponentDigits) {
         *out++ = '0';
         return out;
     }
-    constexpr int kPrecision = 6;
-    Digits x = RoundedDigits(value, [](int) { return kPrecision; });
-    if (x.exponent < -4 || x.exponent >= kPrecision) {
+    Digits x;
+    if (!shortPath || !ShortMantissaDigits(value, x)) x = RoundedDigits(value, [](int) { return kGeneralPrecision; });
+    if (x.exponent < -4 || x.exponent >= kGeneralPrecision) {
         *out++ = x.d[0];
         if (x.count > 1) {
             *out++ = '.';
@@ -191,6 +282,16 @@ char* WriteGeneral(char* out, double value, int exponentDigits) {
         return WriteExponent(out, x.exponent, exponentDigits);
     }
     return WritePositional(out, x, 0);
+}
+
+}  // namespace
+
+char* WriteGeneral(char* out, double value, int exponentDigits) {
+    return WriteGeneralDigits(out, value, exponentDigits, true);
+}
+
+char* WriteGeneralByShortestDigits(char* out, double value, int exponentDigits) {
+    return WriteGeneralDigits(out, value, exponentDigits, false);
 }
 
 char* WriteFixed7(char* out, double value) {
@@ -220,13 +321,19 @@ char* WriteFixed7(char* out, float value) {
                           : right >= 49 ? 0
                                         : (scaled + (std::uint64_t{1} << (right - 1))) >> right;
     if (bits >> 31) *out++ = '-';
-    out = WriteUnsigned(out, units / 10000000ULL);
-    *out++ = '.';
-    std::uint64_t fraction = units % 10000000ULL;
-    for (int i = 6; i >= 0; --i) {
-        out[i] = static_cast<char>('0' + fraction % 10);
-        fraction /= 10;
+    std::uint64_t whole = units / 10000000ULL;
+    if (whole < 10) {
+        *out++ = static_cast<char>('0' + whole);
+    } else {
+        out = WriteUnsigned(out, whole);
     }
+    *out++ = '.';
+    auto fraction = static_cast<std::uint32_t>(units % 10000000ULL);
+    out[0] = static_cast<char>('0' + fraction / 1000000);
+    fraction %= 1000000;
+    WritePair(out + 1, fraction / 10000);
+    WritePair(out + 3, fraction / 100 % 100);
+    WritePair(out + 5, fraction % 100);
     return out + 7;
 }
 
@@ -242,14 +349,23 @@ char* WriteAltEncoding(char* out, double value) {
 }
 
 char* WriteUnsigned(char* out, std::uint64_t value) {
+    // Two digits a step, from the back of a scratch buffer.
     char digits[20];
-    int n = 0;
-    do {
-        digits[n++] = static_cast<char>('0' + value % 10);
-        value /= 10;
-    } while (value != 0);
-    while (n > 0) *out++ = digits[--n];
-    return out;
+    char* p = digits + sizeof digits;
+    while (value >= 100) {
+        p -= 2;
+        WritePair(p, static_cast<unsigned>(value % 100));
+        value /= 100;
+    }
+    if (value >= 10) {
+        p -= 2;
+        WritePair(p, static_cast<unsigned>(value));
+    } else {
+        *--p = static_cast<char>('0' + value);
+    }
+    auto length = static_cast<std::size_t>(digits + sizeof digits - p);
+    std::memcpy(out, p, length);
+    return out + length;
 }
 
 char* WriteSigned(char* out, std::int64_t value) {
@@ -263,6 +379,7 @@ char* WriteSigned(char* out, std::int64_t value) {
 bool ParseDouble(std::string_view text, double& value) {
     text = NumberPart(text);
     if (text.empty()) return false;
+    if (ParsePlainDecimal(text, value)) return true;
     const char* end = text.data() + text.size();
     auto r = std::from_chars(text.data(), end, value);
     if (r.ptr != end) return ParseNonFinite(text, value);

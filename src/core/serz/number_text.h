@@ -14,6 +14,9 @@ inline constexpr std::size_t kNumberTextMax = 352;
 // C's "%g": six significant digits, trailing zeros dropped, exponent form below 1e-4 and
 // from 1e6 on, the exponent written with at least `exponentDigits` digits.
 char* WriteGeneral(char* out, double value, int exponentDigits);
+// The same text, always worked out from the value's shortest and seventeen-digit forms;
+// WriteGeneral takes an exact integer path for most values, and is checked against this.
+char* WriteGeneralByShortestDigits(char* out, double value, int exponentDigits);
 // C's "%.7f"; the form of every element of a float array.
 char* WriteFixed7(char* out, double value);
 // The same for a 32-bit float, which is the common case and has an exact short path.

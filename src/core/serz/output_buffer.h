@@ -1,6 +1,8 @@
 #pragma once
 // A growing byte buffer over a std::string that hands out raw room to write into, so that
-// the hot loops of the codec write with plain pointer stores.
+// the hot loops of the codec write with plain pointer stores. The expected size is only
+// reserved; the string's length runs ahead of what is written by a step at a time, so the
+// zeros a resize puts in are still in the cache when they are overwritten.
 
 #include <algorithm>
 #include <cstddef>
@@ -15,7 +17,7 @@ class OutputBuffer {
 public:
     OutputBuffer(std::string& target, std::size_t expected) : target_(target) {
         target_.clear();
-        target_.resize(expected < 64 ? 64 : expected);
+        target_.reserve(std::min(std::max(expected, kStep), kLimit));
     }
 
     // Room for at least `bytes` more; write there, then hand the end back to Commit.
@@ -43,10 +45,13 @@ private:
     // A few cached records can name a long string many times over; past this size the
     // output is refused rather than left to exhaust the machine's memory.
     static constexpr std::size_t kLimit = std::size_t{1} << 32;
+    static constexpr std::size_t kStep = std::size_t{64} << 10;
 
     void Grow(std::size_t bytes) {
         if (used_ + bytes > kLimit) throw std::length_error("the output would pass 4 GB");
-        target_.resize(std::min(2 * target_.size() + bytes, kLimit));
+        std::size_t length = std::min(used_ + std::max(bytes, kStep), kLimit);
+        if (length > target_.capacity()) target_.reserve(std::min(std::max(length, 2 * target_.capacity()), kLimit));
+        target_.resize(length);
     }
 
     std::string& target_;

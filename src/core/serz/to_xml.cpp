@@ -1,8 +1,13 @@
 // Binary to XML: the reader's records written as the converter's text.
 #include <bit>
+#include <deque>
 #include <cstring>
 #include <string>
 #include <vector>
+
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
 
 #include "serz/binary_reader.h"
 #include "serz/codec.h"
@@ -29,6 +34,18 @@ char* Copy(char* out, std::string_view text) {
     return out + text.size();
 }
 
+// One character of text, as an entity when it needs one.
+char* EscapedCharacter(char* out, char c) {
+    switch (c) {
+        case '&': return Copy(out, "&amp;");
+        case '<': return Copy(out, "&lt;");
+        case '>': return Copy(out, "&gt;");
+        case '"': return Copy(out, "&quot;");
+        case '\'': return Copy(out, "&apos;");
+        default: *out = c; return out + 1;
+    }
+}
+
 // The name as XML shows it: "::" becomes "-", an empty name "e".
 std::string XmlName(std::string_view name) {
     if (name.empty()) return "e";
@@ -48,13 +65,13 @@ std::string XmlName(std::string_view name) {
 class XmlWriter {
 public:
     XmlWriter(BinaryReader& reader, std::string& xml, std::size_t binarySize, const XmlStyle& style)
-        : reader_(reader), out_(xml, binarySize * 7 + 256), exponentDigits_(style.exponentDigits) {}
+        : reader_(reader), out_(xml, binarySize * 10 + 256), exponentDigits_(style.exponentDigits) {}
 
     CodecStatus Run();
 
 private:
     CodecStatus Write(const Record& record);
-    const std::string& Name(std::uint16_t index);
+    std::string_view Name(std::uint16_t index);
     char* Indent(char* out) const;
     char* Escaped(char* out, std::string_view text) const;
     char* Scalar(char* out, ValueType type, const unsigned char* p) const;
@@ -66,41 +83,57 @@ private:
     BinaryReader& reader_;
     OutputBuffer out_;
     int exponentDigits_;
-    std::vector<std::string> names_;       // XML form of each string used as a name
-    std::vector<bool> named_;
+    // The XML form of each string used as a name (no data: not yet needed), pointing into
+    // the binary or, when it differs, into `converted_`.
+    std::vector<std::string_view> names_;
+    std::deque<std::string> converted_;
     std::vector<std::uint16_t> open_;      // names of the open elements, innermost last
     bool startPending_ = false;            // a start tag waits for ">" or "/>"
     bool rootClosed_ = false;
 };
 
-const std::string& XmlWriter::Name(std::uint16_t index) {
-    if (index >= names_.size()) {
-        names_.resize(index + 1u);
-        named_.resize(index + 1u);
-    }
-    if (!named_[index]) {
-        names_[index] = XmlName(reader_.String(index));
-        named_[index] = true;
+std::string_view XmlWriter::Name(std::uint16_t index) {
+    if (index < names_.size() && names_[index].data() != nullptr) return names_[index];
+    if (index >= names_.size()) names_.resize(index + 1u);
+    std::string_view binary = reader_.String(index);
+    if (!binary.empty() && binary.find("::") == std::string_view::npos) {
+        names_[index] = binary;  // the same in both forms
+    } else {
+        converted_.push_back(XmlName(binary));
+        names_[index] = converted_.back();
     }
     return names_[index];
 }
 
 char* XmlWriter::Indent(char* out) const {
-    for (std::size_t i = 0; i < open_.size(); ++i) *out++ = '\t';
-    return out;
+    static constexpr std::string_view kTabs = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";
+    std::size_t depth = open_.size();
+    for (; depth > kTabs.size(); depth -= kTabs.size()) out = Copy(out, kTabs);
+    std::memcpy(out, kTabs.data(), depth);
+    return out + depth;
 }
 
 char* XmlWriter::Escaped(char* out, std::string_view text) const {
-    for (char c : text) {
-        switch (c) {
-            case '&': out = Copy(out, "&amp;"); break;
-            case '<': out = Copy(out, "&lt;"); break;
-            case '>': out = Copy(out, "&gt;"); break;
-            case '"': out = Copy(out, "&quot;"); break;
-            case '\'': out = Copy(out, "&apos;"); break;
-            default: *out++ = c;
-        }
+    const char* p = text.data();
+    const char* end = p + text.size();
+#if defined(__SSE2__) || defined(_M_X64)
+    // Sixteen characters a step: the chunk is stored whole (the room reserved for the text,
+    // six bytes a character, takes it), then kept up to the first that needs an entity.
+    while (end - p >= 16) {
+        __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        __m128i special = _mm_or_si128(
+            _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('&')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('<'))),
+            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('>')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('"'))),
+                         _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\''))));
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(special));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), chunk);
+        int plain = mask == 0 ? 16 : std::countr_zero(mask);
+        out += plain;
+        p += plain;
+        if (mask != 0) out = EscapedCharacter(out, *p++);
     }
+#endif
+    for (; p < end; ++p) out = EscapedCharacter(out, *p);
     return out;
 }
 
@@ -125,7 +158,7 @@ char* XmlWriter::Scalar(char* out, ValueType type, const unsigned char* p) const
 
 // "<Name" with the tabs before it; `extra` is the room the caller's attributes need.
 void XmlWriter::StartTag(const Record& record, std::size_t extra) {
-    const std::string& name = Name(record.nameIndex);
+    std::string_view name = Name(record.nameIndex);
     char* out = out_.Reserve(open_.size() + name.size() + extra + 64);
     out = Indent(out);
     *out++ = '<';
@@ -133,7 +166,7 @@ void XmlWriter::StartTag(const Record& record, std::size_t extra) {
 }
 
 void XmlWriter::Value(const Record& record) {
-    const std::string& name = Name(record.nameIndex);
+    std::string_view name = Name(record.nameIndex);
     std::string_view text = record.type == ValueType::String ? reader_.String(record.stringIndex) : "";
     StartTag(record, 2 * name.size() + 6 * text.size() + kNumberTextMax + 80);
     char* out = out_.Reserve(0);
@@ -158,7 +191,7 @@ void XmlWriter::Value(const Record& record) {
 }
 
 void XmlWriter::Array(const Record& record) {
-    const std::string& name = Name(record.nameIndex);
+    std::string_view name = Name(record.nameIndex);
     std::size_t size = TypeSize(record.type);
     StartTag(record, name.size() + record.count * (kNumberTextMax + 1) + 128);
     char* out = out_.Reserve(0);
@@ -243,7 +276,7 @@ CodecStatus XmlWriter::Write(const Record& record) {
                                            "' closes '" + std::string(reader_.String(open_.back())) + "'");
             }
             open_.pop_back();
-            const std::string& name = Name(record.nameIndex);
+            std::string_view name = Name(record.nameIndex);
             char* out = out_.Reserve(open_.size() + name.size() + 8);
             out = Indent(out);
             out = Copy(out, "</");

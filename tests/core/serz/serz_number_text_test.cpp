@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <charconv>
+#include <cstdio>
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
@@ -110,6 +112,59 @@ TEST(SerzNumberText, FloatAndDoubleFixedFormsAgree) {
     }
 }
 
+std::string GeneralByShortestDigits(double value) {
+    char buf[kNumberTextMax];
+    return std::string(buf, WriteGeneralByShortestDigits(buf, value, 3));
+}
+
+// Values at the edges of the exact integer path of "%g": its range ends, carries, ties,
+// whole numbers with a positive binary exponent, and the 25-bit mantissa limit.
+TEST(SerzNumberText, GeneralFormAtTheEdgesOfTheIntegerPath) {
+    const GeneralCase cases[] = {
+        {0.0001f, 3, "0.0001"},                    // a float just below 1e-4: the general path
+        {0.00010000001, 3, "0.0001"},
+        {static_cast<float>(0.000123456), 3, "0.000123456"},
+        {static_cast<float>(0.00099999994), 3, "0.001"},  // rounds up into the next decade
+        {999999.4375, 3, "999999"},
+        {999999.5, 3, "1e+006"},
+        {999999.9375f, 3, "1e+006"},
+        {524288.0, 3, "524288"},                   // a power of two: binary exponent above 0
+        {65536.5, 3, "65536.5"},
+        {123456.5, 3, "123457"},                   // an exact tie of the last kept digit
+        {-123457.5, 3, "-123458"},
+        {2.5, 3, "2.5"},
+        {0.0625, 3, "0.0625"},
+        {1.0000005, 3, "1"},                       // 1.0000005 lies below the tie as a double
+        {static_cast<double>(16777215.0f) / 32, 3, "524288"},
+        {33554431.0 / 67108864, 3, "0.5"},         // 25-bit mantissa: still the integer path
+        {67108863.0 / 134217728, 3, "0.5"},        // 26 bits: the general path
+        {1.0 / 3, 3, "0.333333"},                  // a long mantissa: the general path
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(General(c.value, c.exponentDigits), c.text) << c.value;
+        EXPECT_EQ(GeneralByShortestDigits(c.value), c.text) << c.value;
+    }
+}
+
+// The integer path and the digit-string one agree on every float and on doubles with
+// short mantissas, spread over the whole range and packed near decimal ties.
+TEST(SerzNumberText, GeneralFormPathsAgreeOnARandomSweep) {
+    std::mt19937_64 random(2024);
+    for (int i = 0; i < 400000; ++i) {
+        std::uint64_t bits = random();
+        double value = 0;
+        switch (i % 4) {
+            case 0: value = std::bit_cast<float>(static_cast<std::uint32_t>(bits)); break;
+            case 1: value = static_cast<float>(static_cast<double>(bits % 2000000000) / 1000.0); break;
+            case 2: value = static_cast<double>(bits % 33554432) * std::ldexp(1.0, static_cast<int>(bits >> 58) - 40); break;
+            default: value = static_cast<float>((static_cast<double>(bits % 1000000) + 0.5) * std::pow(10.0, static_cast<int>(bits >> 60) % 10 - 9));
+        }
+        if (std::isnan(value)) continue;
+        ASSERT_EQ(General(value), GeneralByShortestDigits(value)) << std::bit_cast<std::uint64_t>(value);
+        ASSERT_EQ(General(-value), GeneralByShortestDigits(-value)) << std::bit_cast<std::uint64_t>(value);
+    }
+}
+
 TEST(SerzNumberText, AltEncodingIsTheDoubleInFileOrder) {
     char buf[16];
     EXPECT_EQ(std::string(buf, WriteAltEncoding(buf, 1.0)), "000000000000F03F");
@@ -161,6 +216,42 @@ TEST(SerzNumberText, ReadsWhatPrintingGivesAndWhatPeopleType) {
     ASSERT_TRUE(ParseDouble("-1.#IND", nan));
     EXPECT_TRUE(std::isnan(nan));
     EXPECT_TRUE(std::signbit(nan));
+}
+
+// Every plain and exponent form reads as the general reading of the standard library
+// does: the short path for up to fifteen digits must give the very same double.
+TEST(SerzNumberText, PlainDecimalsReadAsTheGeneralReadingDoes) {
+    const char* texts[] = {
+        "0.0000000", "-0.0000000", "0", "-0", "007", "12.50", "-34130.9101563", "0.1", "0.3",
+        "123456789012345", "1234567890123456", "12345678901234567890123", "0.123456789012345",
+        "0.1234567890123456", "9007199254740993", "1.7976931348623157e308", "4.9e-324", "1e22",
+        "1e23", "3.40282e+038", "1.", ".5", "-.5", "1.e5",
+    };
+    for (const char* text : texts) {
+        std::string_view view(text);
+        double expected = 0;
+        auto r = std::from_chars(view.data(), view.data() + view.size(), expected);
+        bool valid = r.ec == std::errc{} && r.ptr == view.data() + view.size();
+        double value = 0;
+        ASSERT_EQ(ParseDouble(text, value), valid) << text;
+        if (valid) {
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(expected)) << text;
+        }
+    }
+    std::mt19937_64 random(99);
+    char buf[64];
+    for (int i = 0; i < 200000; ++i) {
+        std::uint64_t bits = random();
+        double source = static_cast<double>(bits % 100000000000000ULL) / std::pow(10.0, static_cast<int>(bits >> 60));
+        if (bits & 1) source = -source;
+        int places = static_cast<int>((bits >> 50) % 12);
+        int length = std::snprintf(buf, sizeof buf, "%.*f", places, source);
+        double expected = 0;
+        std::from_chars(buf, buf + length, expected);
+        double value = 0;
+        ASSERT_TRUE(ParseDouble(std::string_view(buf, static_cast<std::size_t>(length)), value)) << buf;
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(expected)) << buf;
+    }
 }
 
 TEST(SerzNumberText, IntegerReadingRejectsJunkAndOverflow) {
