@@ -1,6 +1,8 @@
 #pragma once
 // What the X server shows where a window is, read back from the screen (not rendered by
-// the widget for itself), measured against what the window paints.
+// the widget for itself), measured against what the window paints. The screen is read with
+// a plain GetImage of the root window; xwd -root is no judge of this on Xvfb, where its
+// per-visual composition shows a window lying over another of the program's windows as black.
 
 #include <QImage>
 #include <QRect>
