@@ -8,6 +8,8 @@ packages=(
   qt6-base-dev libqt6printsupport6 qt6-qpa-plugins libgl-dev
   libzip-dev zlib1g-dev libpugixml-dev
   libgtest-dev libgmock-dev
+  # The screen tests that read back what a real X server shows run on Xvfb.
+  xvfb
 )
 
 missing=()
