@@ -12,6 +12,7 @@
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
+#include "tools/names.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
 
@@ -33,7 +34,7 @@ int Paths(app::AppContext& ctx, const std::vector<std::string>&, std::ostream& o
         {"Rail Works", &ctx.prefs.gameRoot},     {"Rail Works Backup", &ctx.prefs.backupPath},
         {"Graphics Editor", &ctx.prefs.graphicsEditorPath}, {"Graphics Viewer", &ctx.prefs.viewerPath},
     };
-    for (const auto& [label, value] : rows) out << label << ": " << tools::Utf8FromCp1252(*value) << "\n";
+    for (const auto& [label, value] : rows) out << label << ": " << tools::ShownText(*value) << "\n";
     return 0;
 }
 
@@ -96,7 +97,7 @@ int RunCli(const std::vector<std::string>& args, const std::string& appRoot, std
                 err << "ferrolund-cli: " << a << " needs a value\n";
                 return 2;
             }
-            const std::string value = tools::Cp1252FromUtf8(args[++i]);
+            const std::string value = args[++i];
             if (a == "--game-root") {
                 gameRoot = value;
             } else {

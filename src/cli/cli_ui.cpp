@@ -2,13 +2,14 @@
 
 #include <ostream>
 
+#include "tools/names.h"
 #include "tools/codepage.h"
 
 namespace ferrolund::cli {
 
 namespace {
 // The console shows UTF-8; the core's texts are Windows-1252.
-std::string Console(const std::string& text) { return tools::Utf8FromCp1252(text); }
+std::string Console(const std::string& text) { return tools::ShownText(text); }
 }  // namespace
 
 void CliUi::message(const std::string& text, base::Icon icon, const std::string& title) {

@@ -5,6 +5,7 @@
 
 #include "routes/route_check_command.h"
 #include "routes/route_indexer.h"
+#include "tools/names.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
@@ -13,7 +14,7 @@ namespace ferrolund::cli {
 
 namespace {
 
-std::string Shown(const std::string& text) { return tools::Utf8FromCp1252(text); }
+std::string Shown(const std::string& text) { return tools::ShownText(text); }
 
 // The route's folder: the name of a folder under Content\Routes, else a display name of
 // the index (read from IndexFiles\RouteIndex.csv, built first when it is missing).
@@ -68,7 +69,7 @@ int CheckRouteVerb(app::AppContext& ctx, const std::vector<std::string>& args, s
         } else if (args[i] == "--csv" && i + 1 < args.size()) {
             csvFolder = args[++i];
         } else if (given.empty() && args[i].rfind("--", 0) != 0) {
-            given = tools::Cp1252FromUtf8(args[i]);
+            given = args[i];
         } else {
             err << "ferrolund-cli: check-route ROUTE [--textures] [--csv DIR]\n";
             return 2;

@@ -70,7 +70,7 @@ std::string DiscoverGameRoot(const fs::path& home) {
 }
 
 std::string DiscoverGameRoot() {
-    if (const char* named = std::getenv("FERROLUND_GAME_ROOT"); named && *named) return tools::Cp1252FromUtf8(named);
+    if (const char* named = std::getenv("FERROLUND_GAME_ROOT"); named && *named) return named;
     const char* home = std::getenv("HOME");
     return home ? DiscoverGameRoot(fs::path(home)) : std::string();
 }

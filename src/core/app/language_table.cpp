@@ -1,6 +1,7 @@
 #include "app/language_table.h"
 
 #include "app/value_reader.h"
+#include "tools/names.h"
 
 namespace ferrolund::app {
 
@@ -14,7 +15,8 @@ void LanguageTable::parse(const std::string& fileText) {
         if (ToInt16(*number, n) || n == 0) break;  // a record numbered 0 ends the table
         const auto text = reader.next();
         if (!text) break;                          // a number without its text is no record
-        texts_.push_back(text->text);
+        // A table written as Windows-1252 text reads the same as one written in UTF-8.
+        texts_.push_back(tools::ShownText(text->text));
     }
 }
 

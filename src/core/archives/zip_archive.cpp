@@ -147,7 +147,7 @@ base::Status ZipArchive::open(const std::string& path) {
         }
         ArchiveEntry e;
         e.index = static_cast<std::size_t>(i);
-        std::string stored = tools::Cp1252FromUtf8(st.name ? st.name : "");
+        std::string stored = st.name ? st.name : "";
         for (char& c : stored) {
             if (c == '/') c = '\\';
         }

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "archives/zip_format.h"
+#include "tools/names.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
@@ -53,7 +54,7 @@ void ZipName(const std::string& stored, Record& r) {
     }
     bool ascii = true;
     for (unsigned char c : name) ascii = ascii && c < 0x80;
-    r.name = ascii ? name : tools::Utf8FromCp1252(name);
+    r.name = ascii ? name : tools::ShownText(name);
     if (!ascii) r.flags |= kUtf8Flag;
 }
 

@@ -35,7 +35,7 @@ bool ReadRecord(const fs::path& hostPath, FindRecord& record) {
         return false;
     }
     const std::string onDisk = hostPath.filename().string();
-    record.name = tools::Cp1252FromUtf8(onDisk);
+    record.name = onDisk;
     record.attributes = 0;
     if (S_ISDIR(sx.stx_mode)) record.attributes |= kAttrDirectory;
     if (!onDisk.empty() && onDisk.front() == '.') record.attributes |= kAttrHidden;

@@ -1,7 +1,6 @@
 #include "tools/host_path.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <memory>
 #include <mutex>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "tools/codepage.h"
+#include "tools/names.h"
 
 namespace ferrolund::tools {
 
@@ -30,28 +30,13 @@ struct Folder {
     // to tell a later change from the listing itself (stamps move in coarse ticks).
     fs::file_time_type stamp{};
     bool settled = false;
-    // Entries under their folded Windows-1252 name; usually one, several when names
+    // Entries under the key of their name (NameKey); usually one, several when names
     // differ only in case.
     std::unordered_map<std::string, std::vector<Entry>> names;
 };
 
 std::mutex gMutex;
 Folder gRoot;  // the folder "/"
-
-const std::array<char, 256>& Fold() {
-    static const std::array<char, 256> table = [] {
-        std::array<char, 256> t{};
-        for (int i = 0; i < 256; ++i) t[i] = static_cast<char>(FoldCp1252(static_cast<unsigned char>(i)));
-        return t;
-    }();
-    return table;
-}
-
-void FoldInto(std::string& key, std::string_view text) {
-    const auto& fold = Fold();
-    key.resize(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) key[i] = fold[static_cast<unsigned char>(text[i])];
-}
 
 fs::file_time_type StampOf(const std::string& folder) {
     std::error_code ec;
@@ -71,13 +56,11 @@ void List(Folder& folder, const std::string& path) {
     folder.names.clear();
     folder.stamp = StampOf(path);
     folder.settled = fs::file_time_type::clock::now() - folder.stamp > std::chrono::milliseconds(50);
-    std::string key;
     std::error_code ec;
     for (fs::directory_iterator it(path, ec), end; !ec && it != end; it.increment(ec)) {
         Entry entry{it->path().filename().string(), nullptr};
         if (auto old = below.find(entry.onDisk); old != below.end()) entry.folder = std::move(old->second);
-        FoldInto(key, Cp1252FromUtf8(entry.onDisk));
-        folder.names[key].push_back(std::move(entry));
+        folder.names[NameKey(entry.onDisk)].push_back(std::move(entry));
     }
     folder.listed = true;
 }
@@ -89,30 +72,45 @@ bool IsAscii(std::string_view text) {
     return true;
 }
 
+// The ways an element of a system path may name a file on disk, in the order they are
+// tried: its bytes as they stand when they are UTF-8, then its Windows-1252 reading in
+// UTF-8. Plain ASCII has one reading.
+struct Readings {
+    explicit Readings(std::string_view element) {
+        if (IsAscii(element)) {
+            names[count++] = std::string(element);
+            return;
+        }
+        if (IsValidUtf8(element)) names[count++] = std::string(element);
+        names[count++] = Utf8FromCp1252(element);
+    }
+    // How a name that is not on disk yet is written there.
+    const std::string& asWritten() const { return names[0]; }
+
+    std::string names[2];
+    int count = 0;
+};
+
 // Walks the remembered tree down a path; the caller holds the lock.
 class Walk {
 public:
     explicit Walk(bool mayList) : mayList_(mayList) { stack_.push_back({&gRoot, 1}); }
 
-    // The entry of `element` (Windows-1252) in the current folder, or null.
-    Entry* Find(std::string_view element, const std::string& asWritten) {
+    // The entry that one of the readings names in the current folder, or null. An entry
+    // spelt exactly as a reading wins over one that differs in case.
+    Entry* Find(const Readings& readings) {
         Folder* folder = stack_.back().folder;
         if (folder == nullptr) return nullptr;
         if (!folder->listed) {
             if (!mayList_) return nullptr;
             List(*folder, path_);
         }
-        FoldInto(key_, element);
-        auto it = folder->names.find(key_);
-        if (it == folder->names.end() && mayList_ && (!folder->settled || StampOf(path_) != folder->stamp)) {
+        Entry* found = Lookup(*folder, readings);
+        if (found == nullptr && mayList_ && (!folder->settled || StampOf(path_) != folder->stamp)) {
             List(*folder, path_);
-            it = folder->names.find(key_);
+            found = Lookup(*folder, readings);
         }
-        if (it == folder->names.end()) return nullptr;
-        for (Entry& entry : it->second) {
-            if (entry.onDisk == asWritten) return &entry;
-        }
-        return &it->second.front();
+        return found;
     }
 
     void Enter(Entry& entry) {
@@ -146,9 +144,22 @@ private:
         path_ += name;
     }
 
+    static Entry* Lookup(Folder& folder, const Readings& readings) {
+        for (int r = 0; r < readings.count; ++r) {
+            auto it = folder.names.find(NameKey(readings.names[r]));
+            if (it == folder.names.end()) continue;
+            for (Entry& entry : it->second) {
+                for (int k = 0; k < readings.count; ++k) {
+                    if (entry.onDisk == readings.names[k]) return &entry;
+                }
+            }
+            return &it->second.front();
+        }
+        return nullptr;
+    }
+
     bool mayList_;
     std::string path_ = "/";
-    std::string key_;
     std::vector<Level> stack_;
 };
 
@@ -162,7 +173,7 @@ void Traverse(Walk& walk, std::string_view systemPath, OnElement onElement) {
         std::error_code ec;
         for (const auto& element : fs::current_path(ec).relative_path()) {
             const std::string name = element.string();
-            if (Entry* entry = walk.Find(Cp1252FromUtf8(name), name)) {
+            if (Entry* entry = walk.Find(Readings(name))) {
                 walk.Enter(*entry);
             } else {
                 walk.Abandon(name);
@@ -184,34 +195,29 @@ fs::path HostPath(std::string_view systemPath) {
     std::lock_guard lock(gMutex);
     Walk walk(true);
     std::string result = IsAbsolute(systemPath) ? "/" : "";
-    std::string asWritten;
     auto append = [&](const std::string& name) {
         if (!result.empty() && result.back() != '/') result += '/';
         result += name;
     };
     Traverse(walk, systemPath, [&](std::string_view element) {
-        if (IsAscii(element)) {
-            asWritten.assign(element);
-        } else {
-            asWritten = Utf8FromCp1252(element);
+        if (element == "." || element == "..") {
+            append(std::string(element));
+            if (element == "..") walk.Leave();
+            return;
         }
-        if (element == ".") {
-            append(asWritten);
-        } else if (element == "..") {
-            append(asWritten);
-            walk.Leave();
-        } else if (Entry* entry = walk.OnDisk() ? walk.Find(element, asWritten) : nullptr) {
+        const Readings readings(element);
+        if (Entry* entry = walk.OnDisk() ? walk.Find(readings) : nullptr) {
             append(entry->onDisk);
             walk.Enter(*entry);
         } else {
-            append(asWritten);
-            walk.Abandon(asWritten);
+            append(readings.asWritten());
+            walk.Abandon(readings.asWritten());
         }
     });
     return fs::path(std::move(result));
 }
 
-std::string SystemPath(const fs::path& hostPath) { return Cp1252FromUtf8(hostPath.string()); }
+std::string SystemPath(const fs::path& hostPath) { return hostPath.string(); }
 
 // The program itself changed something at this path. The remembered listing of its
 // folder is corrected in place (a new name added, a removed one dropped, what lay below a
@@ -236,8 +242,8 @@ void ForgetPath(std::string_view systemPath) {
         }
         Folder* parent = walk.Current();
         if (parent == nullptr || !parent->listed) return;  // nothing remembered here
-        const std::string asWritten = Utf8FromCp1252(element);
-        Entry* entry = walk.Find(element, asWritten);
+        const Readings readings(element);
+        Entry* entry = walk.Find(readings);
         const bool last = i + 1 == elements.size();
         if (entry != nullptr && !last) {
             walk.Enter(*entry);
@@ -245,12 +251,11 @@ void ForgetPath(std::string_view systemPath) {
         }
         std::error_code ec;
         const std::string parentPath = walk.Path();
-        const std::string onDisk = entry ? entry->onDisk : asWritten;
+        const std::string onDisk = entry ? entry->onDisk : readings.asWritten();
         const bool exists = fs::exists(fs::symlink_status(parentPath + (parentPath.back() == '/' ? "" : "/") + onDisk, ec));
-        std::string key;
-        FoldInto(key, element);
+        const std::string key = NameKey(onDisk);
         if (entry == nullptr) {
-            if (exists) parent->names[key].push_back(Entry{asWritten, nullptr});
+            if (exists) parent->names[key].push_back(Entry{onDisk, nullptr});
         } else if (!exists) {
             auto& same = parent->names[key];
             same.erase(std::remove_if(same.begin(), same.end(), [&](const Entry& e) { return e.onDisk == onDisk; }),

@@ -58,7 +58,7 @@ base::Status SerzConvert(base::RunContext& ctx, const std::string& source, const
         if (FileLength(source) < 0) return base::err::FileNotFound(source);
         auto failure = serz::ConvertFile(HostPath(source), HostPath(target), direction);
         ForgetPath(target);
-        if (failure) return ConversionFailed(Cp1252FromUtf8(failure->message));
+        if (failure) return ConversionFailed(failure->message);
         if (FileLength(target) > 0) return std::nullopt;
         RemoveTarget(target);
         return ConversionFailed("The conversion of " + source + " gave an empty file");
@@ -82,7 +82,7 @@ base::Status SerzReadXml(base::RunContext& ctx, const std::string& source, std::
         if (FileLength(source) < 0) return base::err::FileNotFound(source);
         std::string binary = ReadTextFile(source);
         if (auto failure = serz::BinaryToXml(binary, xml)) {
-            return ConversionFailed(source + ": " + Cp1252FromUtf8(failure->message));
+            return ConversionFailed(source + ": " + failure->message);
         }
         return std::nullopt;
     } catch (const std::exception& e) {

@@ -12,6 +12,7 @@
 
 #include "tools/batch_interpreter.h"
 #include "tools/codepage.h"
+#include "tools/names.h"
 #include "tools/host_path.h"
 
 extern char** environ;
@@ -78,7 +79,7 @@ std::string ResolveProgram(const std::string& program, const fs::path& workingFo
         const fs::path local = HostPath(SystemPath(workingFolder) + "\\" + program);
         if (fs::is_regular_file(local, ec)) return local.string();
     }
-    return Utf8FromCp1252(program);
+    return ShownText(program);
 }
 
 }  // namespace
@@ -100,7 +101,7 @@ long ToolRunner(base::RunContext& ctx, const std::string& command, bool pumpEven
     const fs::path cwd = ctx.workingFolder.empty() ? fs::path() : HostPath(ctx.workingFolder);
     std::vector<std::string> argv;
     argv.push_back(ResolveProgram(args[0], cwd));
-    for (std::size_t i = 1; i < args.size(); ++i) argv.push_back(Utf8FromCp1252(args[i]));
+    for (std::size_t i = 1; i < args.size(); ++i) argv.push_back(ShownText(args[i]));
     std::vector<char*> cargv;
     for (auto& a : argv) cargv.push_back(a.data());
     cargv.push_back(nullptr);

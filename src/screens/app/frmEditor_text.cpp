@@ -199,7 +199,7 @@ void frmEditor::tabChanged(int index) {
 
 std::string frmEditor::paneText(Pane pane) const {
     const int i = static_cast<int>(pane);
-    std::string text = FromQt(pane_[i]->toPlainText());
+    std::string text = PaneFromQt(pane_[i]->toPlainText());
     return crlf_[i] ? editor::WithCrLf(text) : text;
 }
 
@@ -208,7 +208,7 @@ void frmEditor::setPaneText(Pane pane, const std::string& text) {
     crlf_[i] = text.empty() || text.find("\r\n") != std::string::npos;
     // A large document goes in by pieces, without an undo record: much quicker than
     // setting it whole. The CR of each CR LF is left out, so no piece splits a line end.
-    QString lines = ToQt(text);
+    QString lines = PaneToQt(text);
     lines.remove(QLatin1Char('\r'));
     QTextDocument* document = pane_[i]->document();
     document->setUndoRedoEnabled(false);

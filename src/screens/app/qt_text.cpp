@@ -4,17 +4,22 @@
 
 #include "tools/codepage.h"
 #include "tools/host_path.h"
+#include "tools/names.h"
 
 namespace ferrolund::screens {
 
-QString ToQt(const std::string& cp1252) {
-    QString out(static_cast<qsizetype>(cp1252.size()), Qt::Uninitialized);
+QString ToQt(const std::string& bytes) { return QString::fromStdString(tools::ShownText(bytes)); }
+
+std::string FromQt(const QString& text) { return text.toStdString(); }
+
+QString PaneToQt(const std::string& fileText) {
+    QString out(static_cast<qsizetype>(fileText.size()), Qt::Uninitialized);
     QChar* to = out.data();
-    for (unsigned char c : cp1252) *to++ = QChar(static_cast<char16_t>(tools::UnicodeOfCp1252(c)));
+    for (unsigned char c : fileText) *to++ = QChar(static_cast<char16_t>(tools::UnicodeOfCp1252(c)));
     return out;
 }
 
-std::string FromQt(const QString& text) {
+std::string PaneFromQt(const QString& text) {
     std::string out(static_cast<std::size_t>(text.size()), '\0');
     char* to = out.data();
     for (const QChar c : text) {

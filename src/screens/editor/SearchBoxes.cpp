@@ -13,7 +13,7 @@
 
 namespace ferrolund::screens {
 
-std::string PaneSearch::text() const { return FromQt(pane_->toPlainText()); }
+std::string PaneSearch::text() const { return PaneFromQt(pane_->toPlainText()); }
 
 long PaneSearch::selStart() const { return pane_->textCursor().selectionStart(); }
 
@@ -37,7 +37,7 @@ long PaneSearch::find(std::string_view what, long start, bool wholeWord) {
 
 void PaneSearch::replaceSelection(std::string_view text) {
     QTextCursor cursor = pane_->textCursor();
-    cursor.insertText(ToQt(std::string(text)));
+    cursor.insertText(PaneToQt(std::string(text)));
     pane_->setTextCursor(cursor);
 }
 
@@ -45,7 +45,7 @@ void PaneSearch::replaceText(const std::string& text) {
     QTextCursor cursor(pane_->document());
     cursor.beginEditBlock();
     cursor.select(QTextCursor::Document);
-    cursor.insertText(ToQt(text));
+    cursor.insertText(PaneToQt(text));
     cursor.endEditBlock();
 }
 
@@ -90,15 +90,15 @@ QPushButton* SearchBoxes::addButton(const char* name, int langIndex, const char*
     return button;
 }
 
-void SearchBoxes::find() { search_.find(pane_, FromQt(text2_->text()), check1_->isChecked()); }
+void SearchBoxes::find() { search_.find(pane_, PaneFromQt(text2_->text()), check1_->isChecked()); }
 
-void SearchBoxes::findNext() { search_.findNext(pane_, FromQt(text2_->text()), check1_->isChecked()); }
+void SearchBoxes::findNext() { search_.findNext(pane_, PaneFromQt(text2_->text()), check1_->isChecked()); }
 
-void SearchBoxes::replace() { search_.replace(pane_, FromQt(text3_->text())); }
+void SearchBoxes::replace() { search_.replace(pane_, PaneFromQt(text3_->text())); }
 
 void SearchBoxes::replaceAll() {
     ctx_.ui->busy(true);
-    search_.replaceAll(pane_, FromQt(text2_->text()), FromQt(text3_->text()));
+    search_.replaceAll(pane_, PaneFromQt(text2_->text()), PaneFromQt(text3_->text()));
     ctx_.ui->busy(false);
 }
 

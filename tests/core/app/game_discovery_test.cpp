@@ -55,7 +55,7 @@ TEST(GameDiscovery, TheEnvironmentNamesTheFolderFirst) {
     const char* old = std::getenv("FERROLUND_GAME_ROOT");
     const std::string saved = old ? old : "";
     setenv("FERROLUND_GAME_ROOT", "/sample/R\xC3\xA4ilWorks", 1);
-    EXPECT_EQ(DiscoverGameRoot(), "/sample/R\xE4ilWorks");  // held as Windows-1252
+    EXPECT_EQ(DiscoverGameRoot(), "/sample/R\xC3\xA4ilWorks");  // held as the environment gives it
     if (old) {
         setenv("FERROLUND_GAME_ROOT", saved.c_str(), 1);
     } else {

@@ -20,7 +20,8 @@ TEST(LanguageTable, RecordsFillTheTableInFileOrder) {
         {"number without text", "1,\"a\"\r\n2", {"a"}},
         {"number that is no number", "1,\"a\"\r\nx,\"b\"\r\n", {"a"}},
         {"empty file", "", {}},
-        {"Windows-1252 bytes kept", "1,\"Gr\xF6\xDF" "e\"\r\n", {"Gr\xF6\xDF" "e"}},
+        {"Windows-1252 text read as a person reads it", "1,\"Gr\xF6\xDF" "e\"\r\n", {"Gr\xC3\xB6\xC3\x9F" "e"}},
+        {"UTF-8 text kept", "1,\"\xC4\x8C" "esk\xC3\xA9\"\r\n", {"\xC4\x8C" "esk\xC3\xA9"}},
     };
     for (const auto& c : cases) {
         LanguageTable table;

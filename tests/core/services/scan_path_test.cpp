@@ -284,7 +284,7 @@ TEST(cScanPath, DetailedEventsAndTheRawEntry) {
                 EXPECT_EQ(e.name, "Dir");
                 EXPECT_EQ(d.attributes, kAttrDirectory);
             } else {
-                EXPECT_EQ(e.name, "Stra\xDF" "e.bin") << "names come in the code page";
+                EXPECT_EQ(e.name, "Stra\xC3\x9F" "e.bin") << "names come as the disk holds them";
                 EXPECT_EQ(d.attributes, kAttrNormal);
                 EXPECT_EQ(d.size, 1234u);
             }
@@ -296,7 +296,7 @@ TEST(cScanPath, DetailedEventsAndTheRawEntry) {
                 EXPECT_EQ((*t)[13], ':');
             }
         }
-        EXPECT_EQ(rawNames, std::vector<std::string>{"Stra\xDF" "e.bin"});
+        EXPECT_EQ(rawNames, std::vector<std::string>{"Stra\xC3\x9F" "e.bin"});
     }
 }
 

@@ -109,9 +109,56 @@ TEST_F(HostPathTest, RelativePathsStayRelative) {
     EXPECT_EQ(missing, fs::path("Kuju/Other"));
 }
 
-TEST(SystemPath, NamesOnDiskBackToTheCodePage) {
-    EXPECT_EQ(SystemPath(fs::path("/a/Prod\xC3\xBCkt/x.bin")), "/a/Prod\xFCkt/x.bin");
+TEST(SystemPath, NamesOnDiskKeepTheirBytes) {
+    EXPECT_EQ(SystemPath(fs::path("/a/Prod\xC3\xBCkt/\xC4\x8C.bin")), "/a/Prod\xC3\xBCkt/\xC4\x8C.bin");
     EXPECT_EQ(HostPath(""), fs::path());
+}
+
+// Folders as the simulator's installer writes them on a Linux disk (UTF-8), each asked for
+// as a game file may store the name: UTF-8 or Windows-1252, in any case.
+TEST(HostPathAccents, NamesAreFoundWhateverTheirEncodingAndCase) {
+    testing::TempFolder folder;
+    const char* onDisk[] = {
+        "Assets/Caf\xC3\xA9Rail/Gare/Quai.bin",                    // é
+        "Assets/M\xC3\xBC" "nchen/Stra\xC3\x9F" "e/Lampe.bin",      // ü, ß
+        "Assets/\xC4\x8C" "eskeDrahy/N\xC3\xA1" "dra\xC5\xBE\xC3\xAD/Budova.bin",  // Č, á, ž, í
+        "Assets/Arrow\xEF\xBF\xA9Set/Sign.bin",                    // U+FFE9
+        "Assets/\xC5\x81\xC3\xB3" "d\xC5\xBA/Dworzec.bin",          // Ł, ó, ź
+    };
+    for (const char* path : onDisk) folder.write(path, "x");
+    const std::pair<std::string, std::string> cases[] = {
+        {"\\assets\\caf\xC3\xA9rail\\gare\\quai.bin", "Assets/Caf\xC3\xA9Rail/Gare/Quai.bin"},          // UTF-8
+        {"\\assets\\CAF\xC3\x89RAIL\\GARE\\QUAI.BIN", "Assets/Caf\xC3\xA9Rail/Gare/Quai.bin"},          // UTF-8 capital É
+        {"\\assets\\Caf\xE9Rail\\Gare\\Quai.bin", "Assets/Caf\xC3\xA9Rail/Gare/Quai.bin"},               // Windows-1252 é
+        {"\\assets\\CAF\xC9RAIL\\gare\\quai.bin", "Assets/Caf\xC3\xA9Rail/Gare/Quai.bin"},               // Windows-1252 É
+        {"\\assets\\M\xDCNCHEN\\stra\xDF" "e\\lampe.bin", "Assets/M\xC3\xBC" "nchen/Stra\xC3\x9F" "e/Lampe.bin"},
+        {"\\assets\\m\xC3\x9C" "nchen\\STRA\xC3\x9F" "E\\Lampe.bin", "Assets/M\xC3\xBC" "nchen/Stra\xC3\x9F" "e/Lampe.bin"},
+        {"\\assets\\\xC4\x8D" "eskedrahy\\N\xC3\x81" "DRA\xC5\xBD\xC3\x8D\\budova.bin",
+         "Assets/\xC4\x8C" "eskeDrahy/N\xC3\xA1" "dra\xC5\xBE\xC3\xAD/Budova.bin"},                               // č/Č, Á, Ž, Í
+        {"\\assets\\ARROW\xEF\xBF\xA9SET\\sign.bin", "Assets/Arrow\xEF\xBF\xA9Set/Sign.bin"},
+        {"\\assets\\\xC5\x82\xC3\x93" "D\xC5\xB9\\dworzec.bin", "Assets/\xC5\x81\xC3\xB3" "d\xC5\xBA/Dworzec.bin"},
+        // Not on disk: kept as written, in UTF-8.
+        {"\\assets\\Caf\xE9Neu\\x.bin", "Assets/Caf\xC3\xA9Neu/x.bin"},
+        {"\\assets\\\xC4\x8CNeu\\x.bin", "Assets/\xC4\x8CNeu/x.bin"},
+    };
+    for (const auto& [system, host] : cases) {
+        const fs::path resolved = HostPath(folder.system() + system);
+        EXPECT_EQ(resolved, folder.path() / host) << system;
+    }
+    for (const char* path : onDisk) {
+        EXPECT_TRUE(fs::exists(HostPath(SystemPath(folder.path() / path)))) << path;
+    }
+}
+
+TEST(HostPathAccents, AFileTheProgramMakesUnderAnAccentedNameIsFoundAgain) {
+    testing::TempFolder folder;
+    folder.write("Assets/Placeholder.txt", "x");
+    const std::string made = folder.system() + "\\Assets\\Br\xFC" "cke\\Pfeiler.bin";  // Windows-1252
+    EXPECT_EQ(HostPath(made), folder.path() / "Assets/Br\xC3\xBC" "cke/Pfeiler.bin");
+    fs::create_directories(folder.path() / "Assets/Br\xC3\xBC" "cke");
+    std::ofstream(HostPath(made)) << "p";
+    ForgetPath(made);
+    EXPECT_TRUE(fs::exists(HostPath(folder.system() + "\\assets\\BR\xC3\x9C" "CKE\\pfeiler.BIN")));
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ TEST(frmEditorDocument, OpenShowsTheTextAndTypingMarksABinDocument) {
     e.open();
     testing::Screenshot(e.window, "frmEditor_document");
     // UTF-8 pairs stay pairs: the pane shows the bytes as Windows-1252 characters.
-    EXPECT_EQ(e.window.textPane()->toPlainText(), ToQt(kXml).replace("\r\n", "\n"));
+    EXPECT_EQ(e.window.textPane()->toPlainText(), PaneToQt(kXml).replace("\r\n", "\n"));
     EXPECT_EQ(e.window.findChild<QLineEdit*>("Text1")->text().toStdString(), e.file);
     EXPECT_TRUE(e.window.menuAction("mnuSaveRS")->isEnabled());
     EXPECT_FALSE(e.window.document().editedFlag);
