@@ -26,6 +26,10 @@ app::Status SerzConvert(app::AppContext& ctx, const std::string& source, const s
 std::string SerzCommandLine(const std::string& prefix, const std::string& source, const std::string& target,
                             SerzDirection direction);
 
+// Whether an outside converter (FERROLUND_SERZ) does the conversions rather than the
+// built-in codec.
+bool SerzOutside();
+
 // For callers that convert only to read: the XML text of a binary file, in memory with
 // the built-in codec (through a scratch file in TempFiles with an outside one).
 app::Status SerzReadXml(app::AppContext& ctx, const std::string& source, std::string& xml);
