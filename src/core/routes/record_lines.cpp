@@ -20,23 +20,38 @@ bool StartsWithProvider(std::string_view name) {
 
 RecordLines::RecordLines(std::string_view binary) : binary_(binary), layout_(binary) {}
 
-std::uint8_t RecordLines::FactsOf(std::uint16_t index) {
+std::uint8_t RecordLines::LearnFacts(std::uint16_t index) {
     if (index >= facts_.size()) facts_.resize(index + 1u, 0);
-    std::uint8_t& facts = facts_[index];
-    if (facts == 0) {
-        const std::string_view text = layout_.String(index);
-        facts = kKnown;
-        if (text.find_first_of("<>\n") == std::string_view::npos) facts |= kPlainName;
-        if (StartsWithProvider(text)) facts |= kProviderName;
-        if (text.find_first_of("&<>\"'\n") == std::string_view::npos) facts |= kPlainValue;
-    }
+    const std::string_view text = layout_.String(index);
+    std::uint8_t facts = kKnown;
+    if (text.find_first_of("<>\n") == std::string_view::npos) facts |= kPlainName;
+    if (StartsWithProvider(text)) facts |= kProviderName;
+    if (text.find_first_of("&<>\"'\n") == std::string_view::npos) facts |= kPlainValue;
+    facts_[index] = facts;
     return facts;
+}
+
+bool RecordLines::MayHoldTag(const serz::Record& record) {
+    using serz::Kind;
+    switch (record.kind) {
+        case Kind::Open:
+        case Kind::Value:
+        case Kind::Reference:
+        case Kind::Array: {
+            const std::uint8_t facts = FactsOf(record.nameIndex);
+            return (facts & kProviderName) != 0 || (facts & kPlainName) == 0;
+        }
+        case Kind::Close: return (FactsOf(record.nameIndex) & kPlainName) == 0;
+        case Kind::Nil:
+        case Kind::Blob:
+        case Kind::Marker: break;
+    }
+    return false;
 }
 
 void RecordLines::Enter(const serz::Record& record, std::uint32_t lines) {
     using serz::Kind;
     left_ = lines - 1;
-    tag_ = false;
     shape_ = Shape::Bare;
     const bool named = record.kind != Kind::Nil && record.kind != Kind::Blob;
     const std::uint8_t facts = named ? FactsOf(record.nameIndex) : std::uint8_t{kPlainName};
@@ -46,11 +61,10 @@ void RecordLines::Enter(const serz::Record& record, std::uint32_t lines) {
         return;
     }
     switch (record.kind) {
-        case Kind::Open: tag_ = (facts & kProviderName) != 0; break;
+        case Kind::Open: break;
         case Kind::Value:
         case Kind::Reference:
         case Kind::Array:
-            tag_ = (facts & kProviderName) != 0;
             shape_ = Shape::Written;
             if (record.kind == Kind::Value && record.type == serz::ValueType::String) {
                 string_ = record.stringIndex;
@@ -78,7 +92,6 @@ bool RecordLines::next() {
         // A later line of a text, a blob or a name that spans lines.
         --left_;
         ++line_;
-        tag_ = false;
         shape_ = plainName_ ? Shape::Bare : Shape::Written;
         return true;
     }
@@ -91,9 +104,38 @@ bool RecordLines::next() {
     return true;
 }
 
-bool RecordLines::findProviderTag() {
-    if (plainName_) return tag_;
-    return FindProviderTag(written()) != std::string_view::npos;
+bool RecordLines::nextProviderLine() {
+    // The lines left of the current record: with a plain name they hold no tag.
+    if (line_ == 0) line_ = serz::XmlLayout::kDeclarationLines;
+    for (; left_ > 0; --left_) {
+        ++line_;
+        if (!plainName_ && FindProviderTag(written()) != std::string_view::npos) {
+            --left_;
+            shape_ = Shape::Written;
+            return true;
+        }
+    }
+    serz::LaidRecord laid;
+    while (layout_.Next(laid)) {
+        if (laid.lines == 0) continue;
+        if (!MayHoldTag(laid.record)) {
+            line_ += laid.lines;
+            continue;
+        }
+        ++line_;
+        Enter(laid.record, laid.lines);
+        if (plainName_) return true;  // a name that starts with "provider"
+        if (FindProviderTag(written()) != std::string_view::npos) return true;
+        for (; left_ > 0; --left_) {
+            ++line_;
+            if (FindProviderTag(written()) != std::string_view::npos) {
+                --left_;
+                shape_ = Shape::Written;
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 bool RecordLines::valueAfterTag(std::string& value) {

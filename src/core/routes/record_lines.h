@@ -21,7 +21,7 @@ public:
     explicit RecordLines(std::string_view binary);
 
     bool next();
-    bool findProviderTag();
+    bool nextProviderLine();
     bool valueAfterTag(std::string& value);
     bool value(std::string& value);
     std::string text() { return std::string(written()); }
@@ -45,7 +45,12 @@ private:
         kProviderName = 4,   // as a name, starts with "provider", any case
         kPlainValue = 8,     // as a value, written as it is: nothing escaped
     };
-    std::uint8_t FactsOf(std::uint16_t index);
+    std::uint8_t FactsOf(std::uint16_t index) {
+        return index < facts_.size() && facts_[index] != 0 ? facts_[index] : LearnFacts(index);
+    }
+    std::uint8_t LearnFacts(std::uint16_t index);
+    // Whether the line on which a record's text starts may hold "<Provider".
+    bool MayHoldTag(const serz::Record& record);
     void Enter(const serz::Record& record, std::uint32_t lines);
     std::string_view written();
 
@@ -56,7 +61,6 @@ private:
     std::uint32_t left_ = 0;      // lines of the current record after the current one
     bool plainName_ = true;       // the current record's name leaves its lines regular
     Shape shape_ = Shape::Bare;
-    bool tag_ = false;            // the line holds "<Provider"
     std::uint16_t string_ = 0;    // the value of a String line
 
     std::string xml_;             // the file's XML, once needed

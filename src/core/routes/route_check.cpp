@@ -28,24 +28,24 @@ void DescriptionError(app::AppContext& ctx, const char* what, const std::string&
                     app::Icon::Exclamation);
 }
 
-void AddReference(app::AppContext& ctx, const std::string& path, const std::string& kind, const std::string& where,
+void AddReference(app::AppContext& ctx, std::string path, const std::string& kind, const std::string& where,
                   CheckRun& run) {
-    run.kindOf.emplace(path, kind);
+    run.kindOf.try_emplace(path, kind);
     if (!AssetPresent(ctx, path, run)) {
         run.missingRows.push_back({path, where});
         run.missingFound = true;
     }
-    run.usedAssets.push_back(path);
+    run.usedAssets.push_back(std::move(path));
 }
 
-// One reference a tile names, under the rule, added to the run.
-void TakeReference(app::AppContext& ctx, const std::string& provider, const std::string& product,
-                   const std::string& blueprintId, const TileFolder& folder, const WalkRule& rule,
-                   const std::string& where, CheckRun& run) {
+// One reference a tile names, its asset's path worked out, under the rule, added to the
+// run; `transfer`: the path holds "TransferPoints".
+void TakeReference(app::AppContext& ctx, const std::string& provider, const std::string& product, std::string path,
+                   bool transfer, const TileFolder& folder, const WalkRule& rule, const std::string& where,
+                   CheckRun& run) {
     if (!rule.admits(provider, product)) return;
-    const std::string path = AssetPath(ctx.gameRoot(), provider, product, blueprintId);
-    if (rule.followTransfers && InStr(path, "TransferPoints") > 0) getTransfer(ctx, path, folder.itemKind, where, run);
-    AddReference(ctx, path, folder.itemKind, where, run);
+    if (rule.followTransfers && transfer) getTransfer(ctx, path, folder.itemKind, where, run);
+    AddReference(ctx, std::move(path), folder.itemKind, where, run);
 }
 
 // The progress bar at the share of tile `index`, then events let through: true when
@@ -84,7 +84,7 @@ constexpr std::chrono::milliseconds kPumpEvery{20};
 bool CheckDecodedTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector<std::string>& tiles,
                        const WalkRule& rule, CheckRun& run, const std::string& tempFolder) {
     bool wantXml = run.missingFound;
-    TileDecoder decoder(tiles.size(), wantXml);
+    TileDecoder decoder(tiles.size(), ctx.gameRoot(), wantXml);
     int shown = -1;
     for (std::size_t i = 0; i < tiles.size(); ++i) {
         if (BeforeTile(ctx, folder, i, tiles.size(), shown)) return true;
@@ -106,8 +106,8 @@ bool CheckDecodedTiles(app::AppContext& ctx, const TileFolder& folder, const std
             continue;
         }
         const std::string where = folder.itemKind + " on tile " + tile;
-        for (const TileReference& ref : decoded->references)
-            TakeReference(ctx, ref.provider, ref.product, ref.blueprintId, folder, rule, where, run);
+        for (DecodedReference& ref : decoded->references)
+            TakeReference(ctx, ref.provider, ref.product, std::move(ref.path), ref.transfer, folder, rule, where, run);
         if (decoded->fault) DescriptionError(ctx, decoded->fault->what.c_str(), tile, decoded->fault->line);
         ++run.tilesRead;
         if (!run.missingFound) continue;
@@ -196,7 +196,9 @@ void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string&
     const std::string where = folder.itemKind + " on tile " + tileName;
     ForEachReference(ctx, xml, tileName,
                      [&](const std::string& provider, const std::string& product, const std::string& blueprintId) {
-                         TakeReference(ctx, provider, product, blueprintId, folder, rule, where, run);
+                         std::string path = AssetPath(ctx.gameRoot(), provider, product, blueprintId);
+                         const bool transfer = InStr(path, "TransferPoints") > 0;
+                         TakeReference(ctx, provider, product, std::move(path), transfer, folder, rule, where, run);
                      });
 }
 

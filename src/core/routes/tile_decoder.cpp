@@ -2,24 +2,30 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 
 #include "routes/record_lines.h"
+#include "routes/route_check.h"
 #include "serz/codec.h"
+#include "tools/text_search.h"
 
 namespace ferrolund::routes {
 
-DecodedTile DecodeTile(const std::filesystem::path& file, bool wantXml) {
+DecodedTile DecodeTile(const std::filesystem::path& file, const std::string& gameRoot, bool wantXml) {
     DecodedTile tile;
     try {
-        std::ifstream in(file, std::ios::binary);
+        std::ifstream in(file, std::ios::binary | std::ios::ate);
         if (!in.is_open()) return tile;
-        tile.bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        if (in.bad()) return tile;
+        const std::streamoff size = in.tellg();
+        if (size < 0) return tile;
+        tile.bytes.resize(static_cast<std::size_t>(size));
+        in.seekg(0);
+        if (!in.read(tile.bytes.data(), size)) return DecodedTile{};
         RecordLines lines(tile.bytes);
         tile.fault = FindReferences(lines, [&](const std::string& provider, const std::string& product,
                                                const std::string& blueprintId) {
-            tile.references.push_back({provider, product, blueprintId});
+            std::string path = AssetPath(gameRoot, provider, product, blueprintId);
+            const bool transfer = tools::InStr(path, "TransferPoints") > 0;
+            tile.references.push_back({provider, product, std::move(path), transfer});
         });
         if (!lines.readToEnd()) return DecodedTile{};
         if (wantXml) {
@@ -37,8 +43,8 @@ DecodedTile DecodeTile(const std::filesystem::path& file, bool wantXml) {
 
 unsigned TileDecoder::DefaultWorkers() { return std::clamp(std::thread::hardware_concurrency(), 1u, 8u); }
 
-TileDecoder::TileDecoder(std::size_t tiles, bool wantXml, unsigned workers)
-    : files_(tiles), results_(tiles), wantXml_(wantXml) {
+TileDecoder::TileDecoder(std::size_t tiles, std::string gameRoot, bool wantXml, unsigned workers)
+    : files_(tiles), results_(tiles), gameRoot_(std::move(gameRoot)), wantXml_(wantXml) {
     for (unsigned k = 0; k < std::max(workers, 1u); ++k) workers_.emplace_back([this] { Work(); });
 }
 
@@ -85,7 +91,7 @@ void TileDecoder::Work() {
             file = std::move(files_[index]);
             wantXml = wantXml_;
         }
-        DecodedTile tile = DecodeTile(file, wantXml);
+        DecodedTile tile = DecodeTile(file, gameRoot_, wantXml);
         {
             std::lock_guard lock(mutex_);
             results_[index] = std::move(tile);

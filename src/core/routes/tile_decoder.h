@@ -19,21 +19,29 @@
 
 namespace ferrolund::routes {
 
+// A reference as the check takes it: the asset's path worked out beforehand.
+struct DecodedReference {
+    std::string provider, product;
+    std::string path;       // AssetPath of the reference
+    bool transfer = false;  // the path holds "TransferPoints", any case
+};
+
 struct DecodedTile {
     bool decoded = false;  // false: the file could not be read or converted; ask the converter why
-    std::vector<TileReference> references;
+    std::vector<DecodedReference> references;
     std::optional<DescriptionFault> fault;
     std::string bytes;              // the file as read
     std::optional<std::string> xml;  // its XML, when it was wanted before the tile was started
 };
 
-// Reads one tile file and finds its references; with `wantXml` its XML is made too.
-DecodedTile DecodeTile(const std::filesystem::path& file, bool wantXml);
+// Reads one tile file and finds its references, their paths below `gameRoot`; with
+// `wantXml` its XML is made too.
+DecodedTile DecodeTile(const std::filesystem::path& file, const std::string& gameRoot, bool wantXml);
 
 class TileDecoder {
 public:
     // `tiles` files in all; their paths are handed over with Provide, in order.
-    TileDecoder(std::size_t tiles, bool wantXml, unsigned workers = DefaultWorkers());
+    TileDecoder(std::size_t tiles, std::string gameRoot, bool wantXml, unsigned workers = DefaultWorkers());
     ~TileDecoder();
     TileDecoder(const TileDecoder&) = delete;
     TileDecoder& operator=(const TileDecoder&) = delete;
@@ -59,6 +67,7 @@ private:
     std::vector<std::optional<DecodedTile>> results_;
     std::size_t provided_ = 0;
     std::size_t claimed_ = 0;
+    const std::string gameRoot_;
     bool wantXml_;
     bool stopping_ = false;
     std::vector<std::thread> workers_;

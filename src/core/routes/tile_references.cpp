@@ -36,9 +36,12 @@ bool TextLines::next() {
     return true;
 }
 
-bool TextLines::findProviderTag() {
-    hit_ = FindProviderTag(line_);
-    return hit_ != std::string_view::npos;
+bool TextLines::nextProviderLine() {
+    while (next()) {
+        hit_ = FindProviderTag(line_);
+        if (hit_ != std::string_view::npos) return true;
+    }
+    return false;
 }
 
 }  // namespace ferrolund::routes

@@ -39,7 +39,8 @@ public:
     explicit TextLines(std::string_view text) : text_(text) {}
     // Moves to the next line; false after the last.
     bool next();
-    bool findProviderTag();
+    // Moves on to the next line that holds "<Provider"; false when none is left.
+    bool nextProviderLine();
     // The value behind the tag found on this line, or behind the line's start.
     bool valueAfterTag(std::string& value) const { return CutValue(line_, hit_, value); }
     bool value(std::string& value) const { return CutValue(line_, 0, value); }
@@ -57,8 +58,7 @@ private:
 template <class Lines, class Take>
 std::optional<DescriptionFault> FindReferences(Lines& lines, Take&& take) {
     std::string provider, product, blueprintId;
-    while (lines.next()) {
-        if (!lines.findProviderTag()) continue;
+    while (lines.nextProviderLine()) {
         if (!lines.valueAfterTag(provider)) return DescriptionFault{"Provider", lines.text()};
         if (provider.empty() || provider == " ") continue;
         if (!lines.next()) return std::nullopt;

@@ -26,12 +26,10 @@ bool XmlLayout::Fail(CodecStatus status) {
     return false;
 }
 
-std::uint32_t XmlLayout::LineFeeds(std::uint16_t index) {
+std::uint32_t XmlLayout::CountLineFeeds(std::uint16_t index) {
     if (index >= lineFeeds_.size()) lineFeeds_.resize(index + 1u, 0);
-    if (lineFeeds_[index] == 0) {
-        const std::string_view text = reader_.String(index);
-        lineFeeds_[index] = 1 + static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
-    }
+    const std::string_view text = reader_.String(index);
+    lineFeeds_[index] = 1 + static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
     return lineFeeds_[index] - 1;
 }
 

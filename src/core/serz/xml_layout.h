@@ -41,7 +41,10 @@ public:
 private:
     bool Fail(CodecStatus status);
     bool End();
-    std::uint32_t LineFeeds(std::uint16_t index);
+    std::uint32_t LineFeeds(std::uint16_t index) {
+        return index < lineFeeds_.size() && lineFeeds_[index] != 0 ? lineFeeds_[index] - 1 : CountLineFeeds(index);
+    }
+    std::uint32_t CountLineFeeds(std::uint16_t index);
 
     BinaryReader reader_;
     std::vector<std::uint16_t> open_;
