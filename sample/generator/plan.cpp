@@ -269,10 +269,15 @@ Failure PlanRunner::Tiles(const std::string& route, int count, const Vars& given
             entity["entity"] = route + SixDigits(x) + SixDigits(z) + std::to_string(j);
             Expansion expansion;
             if (auto failure = entityIds.Expand(kEntitySource, entity, expansion)) return failure;
-            body += expansion.text;
+            // One line of the value a line of the tile: the first stands where {{entities}}
+            // does, the others at the margin, so they carry the indent of the <Record> level.
+            for (const std::string_view line : Lines(expansion.text)) {
+                if (!body.empty()) body += "\n\t\t";
+                body += line;
+            }
         }
         Vars vars = given;
-        vars["entities"] = body.substr(0, body.size() >= 2 ? body.size() - 2 : 0);  // the tile's line ends it
+        vars["entities"] = std::move(body);
         if (auto failure = Produce(target, "tiles/generated-tile.xml", vars, true)) return failure;
     }
     return std::nullopt;
