@@ -19,6 +19,7 @@ inline constexpr const char* kManifestName = "SampleManifest.tsv";
 struct SampleOptions {
     int tiles = -1;        // scenery tiles of the generated kind in the first route; -1: the default
     int assets = -1;       // generated scenery blueprints; -1: the default
+    int tileEntities = -1; // scenery items on each generated tile; -1: the default (4)
     bool keepXml = false;  // keep each binary's XML in the result, for checks
 };
 

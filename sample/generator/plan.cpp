@@ -12,6 +12,7 @@ namespace {
 
 constexpr const char* kPlanName = "plan.txt";
 constexpr int kEntitiesPerTile = 4;
+constexpr const char* kEntitySource = "common/scenery-entity.xml";
 constexpr int kItemsPerSet = 1000;
 const char* const kCategories[] = {"eFoliageLarge", "eHouses", "eIndustrial", "eFences", "eSignage"};
 
@@ -244,25 +245,39 @@ Failure PlanRunner::Assets(const std::string& folder, int count) {
 
 Failure PlanRunner::Tiles(const std::string& route, int count, const Vars& given) {
     if (count > 0 && assetCount_ == 0) return std::string("generated tiles need generated assets first");
+    const int entities = options_.tileEntities >= 0 ? options_.tileEntities : kEntitiesPerTile;
     tileCount_ += count;
     int side = 1;
     while (side * side < count) ++side;
     for (int k = 0; k < count; ++k) {
         // The generated tiles lie east of the hand-made ones, on a square.
         const int x = 10 + k % side, z = k / side - side / 2;
-        Vars vars = given;
-        vars["provider"] = assetProvider_;
-        vars["product"] = assetProduct_;
-        for (int j = 0; j < kEntitiesPerTile; ++j) {
-            const std::string n = std::to_string(j);
-            const int item = (k * kEntitiesPerTile + j) % assetCount_;
-            vars["item" + n] = ItemId(item) + ".xml";
-            vars["name" + n] = "Generated item " + std::to_string(item);
-            vars["x" + n] = std::to_string(128 + 256 * (j % 2)) + ".5";
-            vars["z" + n] = std::to_string(128 + 256 * (j / 2)) + ".25";
-            vars["entity" + n] = route + SixDigits(x) + SixDigits(z) + n;
-        }
         const std::string target = "Content\\Routes\\" + route + "\\Scenery\\" + SixDigits(x) + SixDigits(z) + ".bin";
+        // The entities get ids of their own, apart from those of the tile around them.
+        Expander entityIds(sources_, target + "#entities");
+        std::string body;
+        for (int j = 0; j < entities; ++j) {
+            const int item = (k * entities + j) % assetCount_;
+            Vars entity = globals_;
+            entity["p"] = assetProvider_;
+            entity["q"] = assetProduct_;
+            entity["b"] = ItemId(item) + ".xml";
+            entity["name"] = "Generated item " + std::to_string(item);
+            entity["x"] = std::to_string(128 + 256 * (j % 2) + (j / 4) % 128) + ".5";
+            entity["z"] = std::to_string(128 + 256 * ((j / 2) % 2) + (j / 4) % 128) + ".25";
+            entity["y"] = entity["tx"] = entity["tz"] = "0";
+            entity["entity"] = route + SixDigits(x) + SixDigits(z) + std::to_string(j);
+            Expansion expansion;
+            if (auto failure = entityIds.Expand(kEntitySource, entity, expansion)) return failure;
+            // One line of the value a line of the tile: the first stands where {{entities}}
+            // does, the others at the margin, so they carry the indent of the <Record> level.
+            for (const std::string_view line : Lines(expansion.text)) {
+                if (!body.empty()) body += "\n\t\t";
+                body += line;
+            }
+        }
+        Vars vars = given;
+        vars["entities"] = std::move(body);
         if (auto failure = Produce(target, "tiles/generated-tile.xml", vars, true)) return failure;
     }
     return std::nullopt;

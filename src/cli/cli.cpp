@@ -46,8 +46,8 @@ const std::vector<Verb>& Verbs() {
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
              return serz::RunSerzCommand(args, err);
          }},
-        {"make-sample", "make-sample DIR [--tiles N] [--assets N]",
-         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints)",
+        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N]",
+         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile)",
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
              return MakeSampleVerb(args, out, err);
          }},

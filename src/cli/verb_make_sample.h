@@ -1,5 +1,5 @@
 #pragma once
-// ferrolund-cli make-sample DIR [--tiles N] [--assets N]
+// ferrolund-cli make-sample DIR [--tiles N] [--assets N] [--tile-entities N]
 
 #include <iosfwd>
 #include <string>

@@ -1,8 +1,12 @@
 #include "routes/route_check.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 
+#include "routes/tile_decoder.h"
+#include "routes/tile_references.h"
+#include "serz/codec.h"
 #include "services/scan_path.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
@@ -18,64 +22,106 @@ using tools::InStr;
 
 namespace {
 
-// Lines of a text, CR LF or LF, without their line ends.
-class LineReader {
-public:
-    explicit LineReader(std::string_view text) : text_(text) {}
-    bool next(std::string_view& line) {
-        if (at_ >= text_.size()) return false;
-        std::size_t end = text_.find('\n', at_);
-        if (end == std::string_view::npos) end = text_.size();
-        line = text_.substr(at_, end - at_);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        at_ = end + 1;
-        return true;
-    }
-
-private:
-    std::string_view text_;
-    std::size_t at_ = 0;
-};
-
-// The text between the first '>' behind `hit` (0-based) and the next '<'. False when
-// there is no such '<'.
-bool CutValue(std::string_view line, std::size_t hit, std::string& value) {
-    const std::size_t open = line.find('>', hit);
-    if (open == std::string_view::npos) return false;
-    const std::size_t close = line.find('<', open + 1);
-    if (close == std::string_view::npos) return false;
-    value.assign(line.substr(open + 1, close - open - 1));
-    return true;
-}
-
-// Position (0-based) of "<Provider" in the line, any case.
-std::size_t FindProviderTag(std::string_view line) {
-    static constexpr std::string_view kTag = "<provider";
-    for (std::size_t at = line.find('<'); at != std::string_view::npos; at = line.find('<', at + 1)) {
-        if (line.size() - at < kTag.size()) return std::string_view::npos;
-        std::size_t k = 1;
-        while (k < kTag.size() && static_cast<char>(tools::FoldCp1252(static_cast<unsigned char>(line[at + k]))) ==
-                                      kTag[k])
-            ++k;
-        if (k == kTag.size()) return at;
-    }
-    return std::string_view::npos;
-}
-
 void DescriptionError(app::AppContext& ctx, const char* what, const std::string& tileName, std::string_view line) {
     ctx.ui->message(std::string("There is an error in a ") + what + " description in tile\n" + tileName + " - " +
                         std::string(line) + "\nThis may/may not cause TS-Classic to fail.",
                     base::Icon::Exclamation);
 }
 
-void AddReference(app::AppContext& ctx, const std::string& path, const std::string& kind, const std::string& where,
+void AddReference(app::AppContext& ctx, std::string path, const std::string& kind, const std::string& where,
                   CheckRun& run) {
-    run.kindOf.emplace(path, kind);
+    run.kindOf.try_emplace(path, kind);
     if (!AssetPresent(ctx, path, run)) {
         run.missingRows.push_back({path, where});
         run.missingFound = true;
     }
-    run.usedAssets.push_back(path);
+    run.usedAssets.push_back(std::move(path));
+}
+
+// One reference a tile names, its asset's path worked out, under the rule, added to the
+// run; `transfer`: the path holds "TransferPoints".
+void TakeReference(app::AppContext& ctx, const std::string& provider, const std::string& product, std::string path,
+                   bool transfer, const TileFolder& folder, const WalkRule& rule, const std::string& where,
+                   CheckRun& run) {
+    if (!rule.admits(provider, product)) return;
+    if (rule.followTransfers && transfer) getTransfer(ctx, path, folder.itemKind, where, run);
+    AddReference(ctx, std::move(path), folder.itemKind, where, run);
+}
+
+// The progress bar at the share of tile `index`, then events let through: true when
+// AbortFlag is set.
+bool BeforeTile(app::AppContext& ctx, const TileFolder& folder, std::size_t index, std::size_t count, int& shown) {
+    const int percent = static_cast<int>((index + 1) * 100 / count);
+    if (percent != shown) {
+        ctx.ui->progress(percent, folder.prefix + std::to_string(percent) + " %");
+        shown = percent;
+    }
+    ctx.ui->pump();
+    return ctx.abortFlag;
+}
+
+// From the first miss of the run on, each tile's XML is kept in TempFiles.
+void KeepTileXml(app::AppContext& ctx, const std::string& tempFolder, const std::string& tile, const std::string& xml) {
+    const std::size_t dot = tile.find_last_of('.');
+    tools::CreatePath(tempFolder);
+    tools::WriteTextFile(ctx, tempFolder + tile.substr(0, dot + 1) + "xml", xml);
+}
+
+void CheckTileText(app::AppContext& ctx, const std::string& tile, const std::string& xml, const TileFolder& folder,
+                   const WalkRule& rule, CheckRun& run, const std::string& tempFolder) {
+    ScanTileText(ctx, xml, tile, folder, rule, run);
+    ++run.tilesRead;
+    if (run.missingFound) KeepTileXml(ctx, tempFolder, tile, xml);
+}
+
+// How many tiles the workers may read ahead of the one being taken, and how long the
+// walk waits for a tile before it lets events through again.
+constexpr std::size_t kTilesAhead = 32;
+constexpr std::chrono::milliseconds kPumpEvery{20};
+
+// The walk with the tiles decoded in worker threads, taken here in tile order. A tile the
+// workers could not decode is read as text by the converter, which tells why.
+bool CheckDecodedTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector<std::string>& tiles,
+                       const WalkRule& rule, CheckRun& run, const std::string& tempFolder) {
+    bool wantXml = run.missingFound;
+    TileDecoder decoder(tiles.size(), ctx.gameRoot(), wantXml);
+    int shown = -1;
+    for (std::size_t i = 0; i < tiles.size(); ++i) {
+        if (BeforeTile(ctx, folder, i, tiles.size(), shown)) return true;
+        while (decoder.provided() < std::min(tiles.size(), i + kTilesAhead))
+            decoder.Provide(tools::HostPath(folder.folder + "\\" + tiles[decoder.provided()]));
+        std::optional<DecodedTile> decoded;
+        while (!(decoded = decoder.Take(i, kPumpEvery))) {
+            ctx.ui->pump();
+            if (ctx.abortFlag) return true;
+        }
+        const std::string& tile = tiles[i];
+        const std::string file = folder.folder + "\\" + tile;
+        if (!decoded->decoded) {
+            std::string xml;
+            if (const base::Status failed = tools::SerzReadXml(ctx, file, xml))
+                ctx.report(*failed, "frmDelRoute");
+            else
+                CheckTileText(ctx, tile, xml, folder, rule, run, tempFolder);
+            continue;
+        }
+        const std::string where = folder.itemKind + " on tile " + tile;
+        for (DecodedReference& ref : decoded->references)
+            TakeReference(ctx, ref.provider, ref.product, std::move(ref.path), ref.transfer, folder, rule, where, run);
+        if (decoded->fault) DescriptionError(ctx, decoded->fault->what.c_str(), tile, decoded->fault->line);
+        ++run.tilesRead;
+        if (!run.missingFound) continue;
+        if (!wantXml) {
+            decoder.WantXml();
+            wantXml = true;
+        }
+        if (!decoded->xml) {
+            decoded->xml.emplace();
+            if (serz::BinaryToXml(decoded->bytes, *decoded->xml)) tools::SerzReadXml(ctx, file, *decoded->xml);
+        }
+        KeepTileXml(ctx, tempFolder, tile, *decoded->xml);
+    }
+    return false;
 }
 
 }  // namespace
@@ -139,29 +185,10 @@ void getTransfer(app::AppContext& ctx, const std::string& containerPath, const s
 
 bool ForEachReference(app::AppContext& ctx, std::string_view xml, const std::string& tileName,
                       const ReferenceSink& take) {
-    LineReader lines(xml);
-    std::string_view line;
-    std::string provider, product, blueprintId;
-    while (lines.next(line)) {
-        const std::size_t hit = FindProviderTag(line);
-        if (hit == std::string_view::npos) continue;
-        if (!CutValue(line, hit, provider)) {
-            DescriptionError(ctx, "Provider", tileName, line);
-            return false;
-        }
-        if (provider.empty() || provider == " ") continue;
-        if (!lines.next(line)) return true;
-        if (!CutValue(line, 0, product)) {
-            DescriptionError(ctx, "Product", tileName, line);
-            return false;
-        }
-        bool complete = true;
-        for (int k = 0; k < 3 && complete; ++k) complete = lines.next(line);
-        if (!complete) return true;
-        if (!CutValue(line, 0, blueprintId) || blueprintId.empty()) continue;
-        take(provider, product, blueprintId);
-    }
-    return true;
+    TextLines lines(xml);
+    const std::optional<DescriptionFault> fault = FindReferences(lines, take);
+    if (fault) DescriptionError(ctx, fault->what.c_str(), tileName, fault->line);
+    return !fault;
 }
 
 void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string& tileName, const TileFolder& folder,
@@ -169,11 +196,9 @@ void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string&
     const std::string where = folder.itemKind + " on tile " + tileName;
     ForEachReference(ctx, xml, tileName,
                      [&](const std::string& provider, const std::string& product, const std::string& blueprintId) {
-                         if (!rule.admits(provider, product)) return;
-                         const std::string path = AssetPath(ctx.gameRoot(), provider, product, blueprintId);
-                         if (rule.followTransfers && InStr(path, "TransferPoints") > 0)
-                             getTransfer(ctx, path, folder.itemKind, where, run);
-                         AddReference(ctx, path, folder.itemKind, where, run);
+                         std::string path = AssetPath(ctx.gameRoot(), provider, product, blueprintId);
+                         const bool transfer = InStr(path, "TransferPoints") > 0;
+                         TakeReference(ctx, provider, product, std::move(path), transfer, folder, rule, where, run);
                      });
 }
 
@@ -203,28 +228,21 @@ void CheckForFiles(app::AppContext& ctx, const TileFolder& folder, const WalkRul
         return;
     }
     const std::string tempFolder = ctx.appPath("TempFiles\\" + folder.tempSub);
-    run.aborted = WalkTiles(ctx, folder, tiles, [&](const std::string& tile, const std::string& xml) {
-        ScanTileText(ctx, xml, tile, folder, rule, run);
-        ++run.tilesRead;
-        if (run.missingFound) {
-            const std::size_t dot = tile.find_last_of('.');
-            tools::CreatePath(tempFolder);
-            tools::WriteTextFile(ctx, tempFolder + tile.substr(0, dot + 1) + "xml", xml);
-        }
-    }) || run.aborted;
+    const bool aborted =
+        tools::SerzOutside()
+            ? WalkTiles(ctx, folder, tiles,
+                        [&](const std::string& tile, const std::string& xml) {
+                            CheckTileText(ctx, tile, xml, folder, rule, run, tempFolder);
+                        })
+            : CheckDecodedTiles(ctx, folder, tiles, rule, run, tempFolder);
+    run.aborted = aborted || run.aborted;
 }
 
 bool WalkTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector<std::string>& tiles,
                const TileReader& read) {
     int shown = -1;
     for (std::size_t i = 0; i < tiles.size(); ++i) {
-        const int percent = static_cast<int>((i + 1) * 100 / tiles.size());
-        if (percent != shown) {
-            ctx.ui->progress(percent, folder.prefix + std::to_string(percent) + " %");
-            shown = percent;
-        }
-        ctx.ui->pump();
-        if (ctx.abortFlag) return true;
+        if (BeforeTile(ctx, folder, i, tiles.size(), shown)) return true;
         const std::string& tile = tiles[i];
         std::string xml;
         if (const base::Status failed = tools::SerzReadXml(ctx, folder.folder + "\\" + tile, xml)) {

@@ -1,6 +1,6 @@
 #pragma once
-// The walker of the route check: each tile of a route folder converted to XML and read
-// line by line for the Provider, Product, BlueprintID triples it names, each tested
+// The walker of the route check: each tile of a route folder read for the Provider,
+// Product, BlueprintID triples it names (by the lines of its XML text), each tested
 // against the loose file under GameRoot\Assets. CheckForFiles and its variants are this
 // one walker; what differs between them is the WalkRule.
 
@@ -72,10 +72,9 @@ bool AssetPresent(app::AppContext& ctx, const std::string& path, CheckRun& run);
 void getTransfer(app::AppContext& ctx, const std::string& containerPath, const std::string& kind,
                  const std::string& where, CheckRun& run);
 
-// Each reference of a tile's XML text, in order: a line with "<Provider", the Product on
-// the next line, the BlueprintID three lines on. A blank provider or blueprint id is
-// passed over. A Provider or Product line without its closing '<' shows the error box
-// and ends the text: false then.
+// Each reference of a tile's XML text, in order, by the rule of tile_references.h. A
+// Provider or Product line without its closing '<' shows the error box and ends the
+// text: false then.
 using ReferenceSink =
     std::function<void(const std::string& provider, const std::string& product, const std::string& blueprintId)>;
 bool ForEachReference(app::AppContext& ctx, std::string_view xml, const std::string& tileName,
@@ -88,7 +87,10 @@ void ScanTileText(app::AppContext& ctx, std::string_view xml, const std::string&
 
 // CheckForFiles: every *.bin of the folder (not below it), with the progress bar and the
 // abort test between tiles. From the first miss of the run on, each tile's XML is kept
-// in TempFiles\<tempSub><name>xml.
+// in TempFiles\<tempSub><name>xml. The tiles are read and decoded in worker threads,
+// without their XML until it is to be kept; their references are taken, and everything
+// told or written, here in tile order, as if they were read one by one. With an outside
+// converter each tile is read as its XML text.
 void CheckForFiles(app::AppContext& ctx, const TileFolder& folder, const WalkRule& rule, CheckRun& run);
 
 // The tiles of a folder one by one as XML text: the progress bar at each tile's share,

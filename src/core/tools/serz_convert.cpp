@@ -49,6 +49,8 @@ std::string SerzCommandLine(const std::string& prefix, const std::string& source
            "\"";
 }
 
+bool SerzOutside() { return !ExternalConverter().empty(); }
+
 base::Status SerzConvert(base::RunContext& ctx, const std::string& source, const std::string& target,
                         SerzDirection direction) {
     try {

@@ -26,6 +26,10 @@ base::Status SerzConvert(base::RunContext& ctx, const std::string& source, const
 std::string SerzCommandLine(const std::string& prefix, const std::string& source, const std::string& target,
                             SerzDirection direction);
 
+// Whether an outside converter (FERROLUND_SERZ) does the conversions rather than the
+// built-in codec.
+bool SerzOutside();
+
 // For callers that convert only to read: the XML text of a binary file, in memory with
 // the built-in codec (through a scratch file in TempFiles with an outside one).
 base::Status SerzReadXml(base::RunContext& ctx, const std::string& source, std::string& xml);
