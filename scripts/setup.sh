@@ -8,6 +8,10 @@ packages=(
   qt6-base-dev libqt6printsupport6 qt6-qpa-plugins libgl-dev
   libzip-dev zlib1g-dev libpugixml-dev
   libgtest-dev libgmock-dev
+  # The installed icon's PNG, the .deb's dependencies (dpkg-shlibdeps), and the checks of
+  # the desktop entry and file types.
+  librsvg2-bin dpkg-dev file
+  desktop-file-utils shared-mime-info libxml2-utils libglib2.0-bin
 )
 
 missing=()
