@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
 
     screens::QtUi ui;
     const app::PreparedAppRoot root = app::PrepareAppRoot();
-    for (const std::string& problem : root.problems) ui.message(problem, app::Icon::Exclamation);
+    for (const std::string& problem : root.problems) ui.message(problem, app::Icon::Exclamation, {});
     app::AppContext ctx;
     ctx.appRoot = root.appRoot;
     ctx.ui = &ui;
