@@ -92,7 +92,7 @@ if command -v update-mime-database >/dev/null && [ -f /usr/share/mime/packages/f
   done
   for glob in 'application/x-railworks-texture:*.tgpcdx' 'application/x-railworks-ap:*.ap' \
               'application/x-railworks-serz:*.xsec' 'image/x-dds:*.dds'; do
-    grep -q ":$glob\$" "$mime/globs2" || fail "no file name pattern $glob"
+    grep -qF ":$glob" "$mime/globs2" || fail "no file name pattern $glob"
   done
   if command -v gio >/dev/null; then
     # How a GLib file manager sees files: a binary game file by its first bytes, under any name.
