@@ -19,6 +19,7 @@ FERROLUND_BENCH(app_root_seed) {
     const fs::path appRoot = shipped.string() + "-app";
     std::error_code ec;
     std::size_t files = 0;
+    fs::create_directories(shipped, ec);
     for (const char* folder : {"Language", "Templates"}) {
         fs::copy(programFolder / folder, shipped / folder, fs::copy_options::recursive, ec);
         for (auto it = fs::recursive_directory_iterator(shipped / folder, ec); !ec && it != fs::recursive_directory_iterator();

@@ -129,8 +129,10 @@ UserFolders UserFoldersFromEnvironment() {
 
 AppRootChoice ChooseAppRoot(const fs::path& programFolder, const UserFolders& user) {
     std::error_code ec;
-    if (fs::is_regular_file(programFolder / kBuildTreeMarker, ec)) return {programFolder, {}, {}};
-
+    const fs::path shipped = (programFolder / ShippedDataFromProgram()).lexically_normal();
+    if (fs::is_regular_file(programFolder / kBuildTreeMarker, ec) || !fs::is_directory(shipped, ec)) {
+        return {programFolder, {}, {}};
+    }
     AppRootChoice choice;
     // A relative XDG_DATA_HOME is not valid and is passed over, as the XDG rules say.
     if (user.xdgDataHome && fs::path(*user.xdgDataHome).is_absolute()) {
@@ -142,12 +144,7 @@ AppRootChoice ChooseAppRoot(const fs::path& programFolder, const UserFolders& us
                          "for its own files.";
         return choice;
     }
-    const fs::path shipped = (programFolder / ShippedDataFromProgram()).lexically_normal();
-    if (fs::is_directory(shipped, ec)) {
-        choice.shippedData = shipped;
-    } else {
-        choice.problem = "Ferrolund's shipped data (languages, templates) is not installed at " + Shown(shipped) + ".";
-    }
+    choice.shippedData = shipped;
     return choice;
 }
 

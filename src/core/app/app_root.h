@@ -2,11 +2,12 @@
 // Where the program keeps its own folder (AppRoot): its settings, error log, scratch files,
 // indexes and reports, beside the shipped data (Language/, Templates/, ...).
 //
-// Run from the build tree the folder of the executables is AppRoot, as the build puts the
-// shipped data there and marks the folder with kBuildTreeMarker. Installed anywhere else,
-// the executables' folder is not the user's to write into: AppRoot is then
-// $XDG_DATA_HOME/ferrolund (~/.local/share/ferrolund by default), seeded from the shipped
-// data installed at <bin>/ShippedDataFromProgram().
+// Installed, with the shipped data at <bin>/ShippedDataFromProgram(), the executables'
+// folder is not the user's to write into: AppRoot is then $XDG_DATA_HOME/ferrolund
+// (~/.local/share/ferrolund by default), seeded from the installed data. Otherwise the
+// executables' folder is AppRoot: the build tree's output folder, where the build puts the
+// shipped data beside them and marks the folder with kBuildTreeMarker (which wins over an
+// install layout around it), or any folder a user copied the programs into.
 
 #include <filesystem>
 #include <optional>
@@ -30,7 +31,7 @@ UserFolders UserFoldersFromEnvironment();
 
 struct AppRootChoice {
     std::filesystem::path folder;  // AppRoot; empty when none could be named (see problem)
-    // The installed shipped data to seed AppRoot from; empty in the build tree.
+    // The installed shipped data to seed AppRoot from; empty when not installed.
     std::filesystem::path shippedData;
     std::string problem;
 };

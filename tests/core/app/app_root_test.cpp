@@ -23,6 +23,8 @@ struct Layouts {
 
     Layouts() {
         root.write("build/bin/" + std::string(kBuildTreeMarker), "built here");
+        // A build folder whose ../share/ferrolund is an installed one.
+        root.write("prefix/build/" + std::string(kBuildTreeMarker), "built here");
         fs::create_directories(installedBin);
         fs::create_directories(shipped / "Language");
     }
@@ -48,8 +50,10 @@ TEST(ChooseAppRoot, BuildTreeOrPerUserFolder) {
         {"relative XDG_DATA_HOME passed over", l.installedBin, {"rel/data", home},
          fs::path(home) / ".local/share/ferrolund", l.shipped, false},
         {"no home at all", l.installedBin, {std::nullopt, std::nullopt}, {}, {}, true},
-        {"program without its data", l.root.path() / "elsewhere", {data, home}, fs::path(data) / "ferrolund", {},
-         true},
+        {"a copy of the program with no install around it", l.root.path() / "elsewhere", {data, home},
+         l.root.path() / "elsewhere", {}, false},
+        {"build tree inside an install layout", l.installedBin.parent_path() / "build", {data, home},
+         l.installedBin.parent_path() / "build", {}, false},
     };
     for (const auto& c : cases) {
         const AppRootChoice choice = ChooseAppRoot(c.programFolder, c.user);
