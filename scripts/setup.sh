@@ -10,6 +10,10 @@ packages=(
   libgtest-dev libgmock-dev
   # The screen tests that read back what a real X server shows run on Xvfb.
   xvfb
+  # The installed icon's PNG, the .deb's dependencies (dpkg-shlibdeps), and the checks of
+  # the desktop entry and file types.
+  librsvg2-bin dpkg-dev file
+  desktop-file-utils shared-mime-info libxml2-utils libglib2.0-bin
 )
 
 missing=()

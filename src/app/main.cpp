@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QStringList>
 
+#include "app/app_root.h"
 #include "app/game_discovery.h"
 #include "app/startup.h"
 #include "screens/app/frmEditor.h"
@@ -12,10 +13,14 @@ int main(int argc, char** argv) {
     using namespace ferrolund;
     QApplication application(argc, argv);
     QApplication::setApplicationName("Ferrolund");
+    // Ties the windows to ferrolund.desktop (its icon and name) where the desktop asks.
+    QGuiApplication::setDesktopFileName("ferrolund");
 
     screens::QtUi ui;
+    const app::PreparedAppRoot root = app::PrepareAppRoot();
+    for (const std::string& problem : root.problems) ui.message(problem, base::Icon::Exclamation, {});
     app::AppContext ctx;
-    ctx.appRoot = screens::SystemPathFromQt(QCoreApplication::applicationDirPath());
+    ctx.appRoot = root.appRoot;
     ctx.ui = &ui;
 
     screens::frmEditor window(ctx, ui);

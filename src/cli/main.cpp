@@ -1,13 +1,14 @@
 // ferrolund-cli: the workbench's commands from a terminal.
-#include <filesystem>
 #include <iostream>
 
+#include "app/app_root.h"
 #include "cli/cli.h"
-#include "tools/host_path.h"
+#include "tools/codepage.h"
 
 int main(int argc, char** argv) {
-    std::error_code ec;
-    const auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-    const std::string appRoot = ferrolund::tools::SystemPath(ec ? std::filesystem::current_path() : exe.parent_path());
-    return ferrolund::cli::RunCli(std::vector<std::string>(argv + 1, argv + argc), appRoot, std::cout, std::cerr);
+    const ferrolund::app::PreparedAppRoot root = ferrolund::app::PrepareAppRoot();
+    for (const std::string& problem : root.problems) {
+        std::cerr << "ferrolund-cli: " << ferrolund::tools::Utf8FromCp1252(problem) << "\n";
+    }
+    return ferrolund::cli::RunCli(std::vector<std::string>(argv + 1, argv + argc), root.appRoot, std::cout, std::cerr);
 }

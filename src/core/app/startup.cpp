@@ -155,7 +155,9 @@ void StartUp(AppContext& ctx, MainWindowPort& window, const StartOptions& option
     if (!ctx.commandFile.empty()) {
         window.maximise();
         const std::string command = DispatchCommandFor(ctx.commandFile);
-        if (!command.empty() && !window.runMenuCommand(command) && ctx.ui) {
+        // The desktop offers this program for .dds and .ap files too, which it opens from
+        // its menus only: say so rather than show nothing.
+        if ((command.empty() || !window.runMenuCommand(command)) && ctx.ui) {
             ctx.ui->message("This version of Ferrolund cannot open " + ctx.commandFile + " yet.", base::Icon::Information);
         }
     }
