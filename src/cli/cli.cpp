@@ -9,11 +9,12 @@
 #include "app/startup.h"
 #include "app/version.h"
 #include "cli/cli_ui.h"
+#include "cli/interrupt.h"
+#include "cli/shared_options.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
-#include "tools/codepage.h"
 #include "tools/files.h"
 
 namespace ferrolund::cli {
@@ -27,7 +28,11 @@ struct Verb {
     std::function<int(app::AppContext&, const std::vector<std::string>&, std::ostream&, std::ostream&)> run;
 };
 
-int Paths(app::AppContext& ctx, const std::vector<std::string>&, std::ostream& out, std::ostream&) {
+int Paths(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    if (!args.empty()) {
+        err << "ferrolund-cli: paths takes no arguments\n";
+        return kExitUsage;
+    }
     const std::pair<const char*, const std::string*> rows[] = {
         {"Program folder", &ctx.appRoot},        {"Language", &ctx.prefs.language},
         {"PDF Reader", &ctx.prefs.pdfReaderPath}, {"PreLoad folder", &ctx.prefs.preLoadFolder},
@@ -54,79 +59,90 @@ const std::vector<Verb>& Verbs() {
         {"index-routes", "index-routes", "index the routes under Content\\Routes into IndexFiles\\RouteIndex.csv",
          IndexRoutesVerb},
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
-         "check a route (its folder or its display name) for missing assets; the lists go to DIR", CheckRouteVerb},
+         "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
+         "      exit code 3 when references are missing", CheckRouteVerb},
     };
     return verbs;
 }
 
+void PrintExitCodes(std::ostream& out) {
+    out << "Exit codes:\n"
+           "  0  done\n"
+           "  1  failed (or stopped with Ctrl+C)\n"
+           "  2  usage: an unknown command or option, or a missing argument\n"
+           "  3  the check found missing items\n";
+}
+
 void PrintHelp(std::ostream& out) {
-    out << "usage: ferrolund-cli [options] <command> [arguments]\n\n"
-           "Options shared by every command:\n"
+    out << "usage: ferrolund-cli <command> [arguments] [options]\n\n"
+           "Options shared by every command, before or after it:\n"
            "  --game-root DIR   the simulator's folder (otherwise the settings, otherwise Steam's libraries)\n"
            "  --yes             answer Yes (or OK) to every question\n"
            "  --no              answer No (or Cancel) to every question\n"
            "  --answer TEXT     the next answer: to a question (yes, no, ok, cancel), or the text,\n"
            "                    file or folder a command asks for; may be given several times\n"
+           "  --progress        when stderr is not a terminal, tell each stage of a long command\n"
            "  --version         print the version\n"
-           "  --help            print this help\n\n"
+           "  --help            print this help; COMMAND --help prints the command's\n"
+           "  --                every word after it is an argument, not an option\n\n"
            "Commands:\n";
     for (const auto& verb : Verbs()) out << "  " << verb.usage << "\n      " << verb.summary << "\n";
+    out << "\nResults go to stdout, progress and errors to stderr. Ctrl+C stops a long command\n"
+           "at its next file, as the Abort button does; files already written stay whole.\n\n";
+    PrintExitCodes(out);
+}
+
+void PrintVerbHelp(const Verb& verb, std::ostream& out) {
+    out << "usage: ferrolund-cli " << verb.usage << " [options]\n    " << verb.summary
+        << "\n\nThe shared options (--game-root, --yes, --no, --answer, --progress) may stand anywhere;\n"
+           "see ferrolund-cli --help.\n\n";
+    PrintExitCodes(out);
 }
 
 }  // namespace
 
-int RunCli(const std::vector<std::string>& args, const std::string& appRoot, std::ostream& out, std::ostream& err) {
-    CliUi ui(out, err);
-    std::string gameRoot;
-    std::size_t i = 0;
-    for (; i < args.size(); ++i) {
-        const std::string& a = args[i];
-        if (a == "--version") {
-            out << "ferrolund-cli " << app::kVersionMajor << "." << app::kVersionMinor << "." << app::kVersionRevision
-                << "\n";
-            return 0;
-        }
-        if (a == "--help" || a == "-h") {
-            PrintHelp(out);
-            return 0;
-        }
-        if (a == "--yes" || a == "--no") {
-            ui.defaultYes = a == "--yes";
-        } else if (a == "--game-root" || a == "--answer") {
-            if (i + 1 >= args.size()) {
-                err << "ferrolund-cli: " << a << " needs a value\n";
-                return 2;
-            }
-            const std::string value = args[++i];
-            if (a == "--game-root") {
-                gameRoot = value;
-            } else {
-                ui.answers.push_back(value);
-            }
-        } else if (a.rfind("--", 0) == 0) {
-            err << "ferrolund-cli: unknown option " << a << " (see --help)\n";
-            return 2;
-        } else {
-            break;
-        }
+int RunCli(const std::vector<std::string>& args, const std::string& appRoot, std::ostream& out, std::ostream& err,
+           bool errIsTerminal) {
+    SharedOptions shared;
+    std::vector<std::string> rest;
+    if (!SplitSharedOptions(args, shared, rest, err)) return kExitUsage;
+    if (shared.version) {
+        out << "ferrolund-cli " << app::kVersionMajor << "." << app::kVersionMinor << "." << app::kVersionRevision
+            << "\n";
+        return kExitDone;
     }
-    if (i >= args.size()) {
-        PrintHelp(err);
-        return 2;
+    if (rest.empty()) {
+        PrintHelp(shared.help ? out : err);
+        return shared.help ? kExitDone : kExitUsage;
     }
-    const auto verb = std::find_if(Verbs().begin(), Verbs().end(), [&](const Verb& v) { return args[i] == v.name; });
+    if (rest.front().rfind("--", 0) == 0) {
+        err << "ferrolund-cli: unknown option " << rest.front() << " (see --help)\n";
+        return kExitUsage;
+    }
+    const auto verb = std::find_if(Verbs().begin(), Verbs().end(), [&](const Verb& v) { return rest.front() == v.name; });
     if (verb == Verbs().end()) {
-        err << "ferrolund-cli: unknown command " << args[i] << " (see --help)\n";
-        return 2;
+        err << "ferrolund-cli: unknown command " << rest.front() << " (see --help)\n";
+        return kExitUsage;
+    }
+    if (shared.help) {
+        PrintVerbHelp(*verb, out);
+        return kExitDone;
     }
 
+    CliUi ui(out, err);
+    ui.defaultYes = shared.defaultYes;
+    ui.answers = shared.answers;
+    ui.progressStyle = errIsTerminal          ? ProgressStyle::Terminal
+                       : shared.progressLines ? ProgressStyle::Lines
+                                              : ProgressStyle::Silent;
     app::AppContext ctx;
     ctx.appRoot = appRoot;
     ctx.ui = &ui;
+    ui.abortFlag = &ctx.abortFlag;
     ctx.currentRoutine = verb->name;
     if (tools::FileExists(ctx.appPath(app::kPreferenceFileName))) app::ReadPreferenceFile(ctx, app::AboutHome::Shadow);
-    if (!gameRoot.empty()) {
-        ctx.prefs.gameRoot = gameRoot;
+    if (!shared.gameRoot.empty()) {
+        ctx.prefs.gameRoot = shared.gameRoot;
     } else if (ctx.prefs.gameRoot.empty()) {
         ctx.prefs.gameRoot = app::DiscoverGameRoot();
     }
@@ -135,8 +151,14 @@ int RunCli(const std::vector<std::string>& args, const std::string& appRoot, std
     if (!tools::FileExists(ctx.appPath("Language\\" + ctx.languageFile))) ctx.languageFile = "Lang_English.txt";
     ctx.lang.parse(tools::ReadTextFile(ctx.appPath("Language\\" + ctx.languageFile)));
 
-    const std::vector<std::string> verbArgs(args.begin() + static_cast<long>(i) + 1, args.end());
-    return verb->run(ctx, verbArgs, out, err);
+    const std::vector<std::string> verbArgs(rest.begin() + 1, rest.end());
+    int code = verb->run(ctx, verbArgs, out, err);
+    ui.endProgressLine();
+    if (Interrupted()) {
+        err << "ferrolund-cli: stopped by Ctrl+C; the files written before it are complete\n";
+        if (code == kExitDone || code == kExitMissing) code = kExitFailed;
+    }
+    return code;
 }
 
 }  // namespace ferrolund::cli

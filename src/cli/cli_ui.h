@@ -10,9 +10,18 @@
 
 namespace ferrolund::cli {
 
+// How progress is told on stderr: not at all (the output is not a terminal), one line per
+// stage (--progress), or one line updated in place on a terminal.
+enum class ProgressStyle { Silent, Lines, Terminal };
+
 class CliUi : public base::Ui {
 public:
     CliUi(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
+    ~CliUi() override { endProgressLine(); }
+
+    ProgressStyle progressStyle = ProgressStyle::Silent;
+    // The running command's AbortFlag, set at the next pump after a Ctrl+C.
+    bool* abortFlag = nullptr;
 
     // --yes / --no: the answer to every question that is not answered otherwise.
     std::optional<bool> defaultYes;
@@ -31,12 +40,19 @@ public:
                                               const std::string& startFolder) override;
     std::optional<std::string> chooseFolder(const std::string& title, const std::string& startFolder) override;
     void progress(int percent, const std::string& caption) override;
+    void progressCount(std::size_t done, std::size_t total, const char* unit) override;
     void status(int panel, const std::string& text) override;
     void busy(bool) override {}
-    void pump() override {}
+    void pump() override;
+
+    // Clears the line that progress keeps updating on a terminal, if one is shown.
+    void endProgressLine();
 
 private:
     std::optional<std::string> takeAnswer(const std::string& what);
+    std::string countText_;   // " (12 of 340 tiles)" for the next progress line
+    std::string stage_;       // of the last line printed in the Lines style
+    bool lineOpen_ = false;   // a progress line stands on the terminal
     std::ostream& out_;
     std::ostream& err_;
 };

@@ -2,6 +2,7 @@
 // The one way core commands talk to the person using the program.
 // Texts are Windows-1252 bytes, as everywhere in the core.
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -28,6 +29,11 @@ public:
                                                       const std::string& startFolder) = 0;
     virtual std::optional<std::string> chooseFolder(const std::string& title, const std::string& startFolder) = 0;
     virtual void progress(int percent, const std::string& caption) = 0;
+    // How far a walk over countable things has come ("tiles"), told before the progress
+    // it belongs to; a screen whose bar says enough may pass it over.
+    virtual void progressCount(std::size_t done, std::size_t total, const char* unit) {
+        (void)done, (void)total, (void)unit;
+    }
     virtual void status(int panel, const std::string& text) = 0;
     virtual void busy(bool on) = 0;
     // Lets pending events through: the point where "&Abort" and other clicks arrive.

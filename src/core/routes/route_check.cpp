@@ -53,6 +53,7 @@ void TakeReference(app::AppContext& ctx, const std::string& provider, const std:
 bool BeforeTile(app::AppContext& ctx, const TileFolder& folder, std::size_t index, std::size_t count, int& shown) {
     const int percent = static_cast<int>((index + 1) * 100 / count);
     if (percent != shown) {
+        ctx.ui->progressCount(index + 1, count, "tiles");
         ctx.ui->progress(percent, folder.prefix + std::to_string(percent) + " %");
         shown = percent;
     }

@@ -11,6 +11,7 @@
 
 #include "app/preference_set.h"
 #include "cli/cli_ui.h"
+#include "cli/interrupt.h"
 #include "support/temp_folder.h"
 
 namespace ferrolund::cli {
@@ -33,12 +34,34 @@ TEST(Cli, VersionHelpAndMistakes) {
         {{"frobnicate"}, 2, "", "unknown command frobnicate"},
         {{"--colour", "paths"}, 2, "", "unknown option --colour"},
         {{"--game-root"}, 2, "", "--game-root needs a value"},
+        {{"paths", "--game-root"}, 2, "", "--game-root needs a value"},
+        {{"--help"}, 0, "  3  the check found missing items\n", ""},
+        {{"check-route", "--help"}, 0, "usage: ferrolund-cli check-route ROUTE", ""},
+        {{"--help", "check-route"}, 0, "Exit codes:\n  0  done\n", ""},
+        {{"paths", "--colour"}, 2, "", "takes no arguments"},
     };
     for (const auto& c : cases) {
         const CliRun r = Cli(c.args, root.system());
         EXPECT_EQ(r.code, c.code) << ::testing::PrintToString(c.args);
         EXPECT_NE(r.out.find(c.inOut), std::string::npos) << r.out;
         EXPECT_NE(r.err.find(c.inErr), std::string::npos) << r.err;
+        const std::string& printed = r.out.empty() ? r.err : r.out;
+        EXPECT_TRUE(printed.ends_with("\n")) << ::testing::PrintToString(c.args);
+    }
+}
+
+// The shared options mean the same wherever they stand on the line.
+TEST(Cli, SharedOptionsBeforeOrAfterTheCommand) {
+    testing::TempFolder root;
+    const std::vector<std::string> lines[] = {
+        {"--game-root", "/g/R\xC3\xA4il", "paths"},
+        {"paths", "--game-root", "/g/R\xC3\xA4il"},
+        {"--no", "paths", "--game-root", "/g/R\xC3\xA4il", "--answer", "x"},
+    };
+    for (const auto& args : lines) {
+        const CliRun r = Cli(args, root.system());
+        EXPECT_EQ(r.code, 0) << r.err;
+        EXPECT_NE(r.out.find("Rail Works: /g/R\xC3\xA4il\n"), std::string::npos) << r.out;
     }
 }
 
@@ -85,6 +108,48 @@ TEST(CliUi, AnswersComeFromTheOptions) {
     EXPECT_EQ(ui.chooseFolder("Folder", {}), std::nullopt);
     ui.message("Gr\xFC\xDF" "e", base::Icon::Critical, {});
     EXPECT_EQ(err.str(), "Gr\xC3\xBC\xC3\x9F" "e\n");  // shown as UTF-8 on the console
+}
+
+TEST(CliUi, ProgressIsOneUpdatedLineOnATerminalAndOneLinePerStageOtherwise) {
+    struct Case {
+        ProgressStyle style;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {ProgressStyle::Silent, ""},
+        {ProgressStyle::Lines, "Scenery\nRoads\n"},
+        {ProgressStyle::Terminal,
+         "\r\x1b[KScenery 50 % (1 of 2 tiles)\r\x1b[KScenery 100 % (2 of 2 tiles)\r\x1b[KRoads 100 % (1 of 1 tiles)"
+         "\r\x1b[K"},
+    };
+    for (const auto& c : cases) {
+        std::ostringstream out, err;
+        {
+            CliUi ui(out, err);
+            ui.progressStyle = c.style;
+            ui.progressCount(1, 2, "tiles");
+            ui.progress(50, "Scenery 50 %");
+            ui.progressCount(2, 2, "tiles");
+            ui.progress(100, "Scenery 100 %");
+            ui.progressCount(1, 1, "tiles");
+            ui.progress(100, "Roads 100 %");
+        }  // the open line is cleared when the run ends
+        EXPECT_EQ(err.str(), c.expected);
+        EXPECT_EQ(out.str(), "");
+    }
+}
+
+TEST(CliUi, ACtrlCSetsTheAbortFlagAtTheNextPump) {
+    std::ostringstream out, err;
+    CliUi ui(out, err);
+    bool abortFlag = false;
+    ui.abortFlag = &abortFlag;
+    ui.pump();
+    EXPECT_FALSE(abortFlag);
+    RequestInterrupt();
+    ui.pump();
+    ForgetInterrupt();
+    EXPECT_TRUE(abortFlag);
 }
 
 // The built program, run from a folder of its own so no settings of a developer's run
