@@ -45,6 +45,39 @@ TEST(RouteVerbs, CheckRouteByNamePrintsEachMissingReferenceAndSavesTheLists) {
     EXPECT_TRUE(fs::exists(csv / "Ostvale Valley- North Main Line_Missing.csv"));
 }
 
+// The second route of the sample uses scenery of creators who write their names with
+// accents (č, é, ü, ß, U+FFE9), installed under those names, and names one of them in
+// another case. All of it is found; taken away, each shows as the person reads it.
+TEST(RouteVerbs, AccentedAssetsAreFoundAndShownAsWritten) {
+    testing::TempFolder app;
+    testing::TempFolder game;
+    fs::copy(sample::SampleRoot(), game.path(), fs::copy_options::recursive);
+    const std::vector<std::string> check = {"check-route", "Brackenridge & le Sommet", "--game-root", game.system(),
+                                            "--no"};
+    const CliRun installed = Cli(check, app.system());
+    EXPECT_EQ(installed.code, 0) << installed.out << installed.err;
+    EXPECT_NE(installed.out.find(", 0 missing references\n"), std::string::npos) << installed.out;
+
+    fs::remove_all(game.path() / "Assets" / "Caf\xC3\xA9Rail");
+    fs::remove_all(game.path() / "Assets" / "\xC4\x8C" "esk\xC3\xA9" "Dr\xC3\xA1hy");
+    const fs::path csv = app.path() / "lists";
+    fs::create_directories(csv);
+    std::vector<std::string> withLists = check;
+    withLists.insert(withLists.end(), {"--csv", csv.string()});
+    const CliRun missing = Cli(withLists, app.system());
+    EXPECT_EQ(missing.code, 3) << missing.err;
+    const std::string quai = "Assets\\Caf\xC3\xA9Rail\\Gare\\Scenery\\Quai\xEF\xBF\xA9.bin\t(Scenery Item)";
+    const std::string budova = "Assets\\\xC4\x8C" "esk\xC3\xA9" "Dr\xC3\xA1hy\\N\xC3\xA1" "dra\xC5\xBE\xC3\xAD\\Scenery\\Budova.bin";
+    const std::string budovaOtherCase = "Assets\\\xC4\x8D" "ESK\xC3\x89" "dR\xC3\x81HY\\N\xC3\x81" "DRA\xC5\xBD\xC3\x8D\\scenery\\BUDOVA.bin";
+    for (const std::string& line : {quai, budova, budovaOtherCase}) {
+        EXPECT_NE(missing.out.find(line), std::string::npos) << line << "\n" << missing.out;
+    }
+    EXPECT_EQ(missing.out.find("M\xC3\xBCller"), std::string::npos) << "still installed: " << missing.out;
+    EXPECT_EQ(missing.out.find("\xC3\x83"), std::string::npos) << "read twice: " << missing.out;
+    const std::string saved = app.read("lists/Brackenridge & le Sommet_Missing.csv");
+    EXPECT_NE(saved.find("Quai\xEF\xBF\xA9.bin"), std::string::npos) << saved;
+}
+
 TEST(RouteVerbs, MistakesAreToldNotCrashed) {
     testing::TempFolder app;
     const std::string game = sample::SampleRoot().string();
