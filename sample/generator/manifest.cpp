@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <set>
 
+#include "tools/names.h"
+
 namespace ferrolund::sample {
 
 namespace {
@@ -42,11 +44,11 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
         if (file.archive.empty()) {
             out += "file\t" + file.path + "\t" + std::to_string(file.size) + "\t" + Crc(file.crc32) + "\n";
             exact.insert(full);
-            folded.insert(Lower(full));
+            folded.insert(tools::NameKey(full));
         } else {
             out += "member\t" + file.archive + "\t" + file.path + "\t" + std::to_string(file.size) + "\t" +
                    Crc(file.crc32) + "\n";
-            archived.insert(Lower(full));
+            archived.insert(tools::NameKey(full));
         }
         const std::string route = RouteOf(file.archive.empty() ? file.path : file.archive);
         if (route.empty()) continue;
@@ -69,8 +71,8 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
         std::string path = "Assets\\" + ref.provider + "\\" + ref.product + "\\" + ref.blueprintId;
         if (Lower(path).ends_with("xml")) path = path.substr(0, path.size() - 3) + "bin";
         const char* state = exact.count(path)             ? "present"
-                            : folded.count(Lower(path))   ? "case"
-                            : archived.count(Lower(path)) ? "archived"
+                            : folded.count(tools::NameKey(path))   ? "case"
+                            : archived.count(tools::NameKey(path)) ? "archived"
                                                           : "missing";
         out += std::string("reference\t") + state + "\t" + ref.provider + "\t" + ref.product + "\t" + ref.blueprintId +
                "\t" + ref.usedBy + "\n";

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <string_view>
+#include <unordered_set>
 
 #include "routes/tile_decoder.h"
 #include "routes/tile_references.h"
@@ -256,18 +258,22 @@ bool WalkTiles(app::AppContext& ctx, const TileFolder& folder, const std::vector
 }
 
 std::vector<std::string> SortUnique(std::vector<std::string> items) {
+    // Each text is kept once, in the case of its first appearance. A route names the same
+    // few hundred assets a million times, so a text already met is passed over before its
+    // key is worked out, and only the distinct texts are sorted.
+    std::unordered_set<std::string_view> met;
+    std::unordered_set<std::string> keys;
     std::vector<std::pair<std::string, std::size_t>> keyed;
-    keyed.reserve(items.size());
-    for (std::size_t i = 0; i < items.size(); ++i) keyed.emplace_back(tools::UpperCp1252(items[i]), i);
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<std::string> unique;
-    const std::string* lastKey = nullptr;
-    for (const auto& [key, index] : keyed) {
-        if (key.empty() || (lastKey && *lastKey == key)) continue;
-        unique.push_back(std::move(items[index]));
-        lastKey = &key;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (!met.insert(items[i]).second) continue;
+        std::string key = tools::UpperCp1252(items[i]);
+        if (key.empty() || !keys.insert(key).second) continue;
+        keyed.emplace_back(std::move(key), i);
     }
+    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<std::string> unique;
+    unique.reserve(keyed.size());
+    for (const auto& entry : keyed) unique.push_back(std::move(items[entry.second]));
     return unique;
 }
 

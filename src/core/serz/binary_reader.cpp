@@ -7,13 +7,6 @@ namespace ferrolund::serz {
 
 namespace {
 
-template <typename T>
-T Load(const unsigned char* p) {
-    T value;
-    std::memcpy(&value, p, sizeof value);
-    return value;
-}
-
 int SequenceLength(unsigned char lead) { return lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4; }
 
 std::string Hex(unsigned value) {
@@ -71,7 +64,7 @@ bool BinaryReader::Truncated(std::size_t bytes, std::string_view what) {
                               std::string(what) + ", " + std::to_string(end_ - pos_) + " remain");
 }
 
-bool BinaryReader::ReadString(std::uint16_t& index) {
+bool BinaryReader::ReadNewString(std::uint16_t& index) {
     if (!Need(2, "a string reference")) return false;
     std::size_t at = offset();
     index = Load<std::uint16_t>(pos_);
@@ -121,61 +114,13 @@ bool BinaryReader::ReadHeader(CacheEntry& entry) {
     return true;
 }
 
-bool BinaryReader::ReadPayload(Record& record) {
-    switch (record.kind) {
-        case Kind::Open:
-            if (!Need(8, "an element's id and child count")) return false;
-            record.id = Load<std::uint32_t>(pos_);
-            record.count = Load<std::uint32_t>(pos_ + 4);
-            pos_ += 8;
-            return true;
-        case Kind::Value:
-            if (record.type == ValueType::String) return ReadString(record.stringIndex);
-            if (!Need(TypeSize(record.type), "a value")) return false;
-            record.payload = pos_;
-            pos_ += TypeSize(record.type);
-            return true;
-        case Kind::Array:
-            if (!Need(1, "an array's element count")) return false;
-            record.count = *pos_++;
-            if (!Need(record.count * TypeSize(record.type), "an array's elements")) return false;
-            record.payload = pos_;
-            pos_ += record.count * TypeSize(record.type);
-            return true;
-        case Kind::Reference:
-            if (!Need(4, "a reference")) return false;
-            record.id = Load<std::uint32_t>(pos_);
-            pos_ += 4;
-            return true;
-        case Kind::Blob:
-            if (!Need(4, "a blob's size")) return false;
-            record.count = Load<std::uint32_t>(pos_);
-            pos_ += 4;
-            if (!Need(record.count, "a blob")) return false;
-            record.payload = pos_;
-            pos_ += record.count;
-            return true;
-        case Kind::Marker:
-            if (!Need(5, "the game's marker record")) return false;
-            pos_ += 5;
-            return true;
-        case Kind::Close:
-        case Kind::Nil:
-            return true;
-    }
-    return true;
-}
-
-bool BinaryReader::Next(Record& record) {
-    if (failure_ || pos_ == end_) return false;
-    std::size_t at = recordOffset_ = offset();
+bool BinaryReader::NextFull(Record& record, std::size_t at) {
     unsigned char lead = *pos_++;
     CacheEntry entry;
     if (lead == kFullRecord) {
         if (!ReadHeader(entry)) return false;
     } else {
-        if (!filled_[lead]) return Fail(at, "line cache slot " + std::to_string(lead) + " is used before it was filled");
-        entry = cache_[lead];
+        return Fail(at, "line cache slot " + std::to_string(lead) + " is used before it was filled");
     }
     record = Record{};
     record.kind = entry.kind;

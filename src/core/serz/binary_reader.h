@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -11,6 +12,13 @@
 #include "serz/format.h"
 
 namespace ferrolund::serz {
+
+template <typename T>
+T Load(const unsigned char* p) {
+    T value;
+    std::memcpy(&value, p, sizeof value);
+    return value;
+}
 
 struct Record {
     Kind kind = Kind::Nil;
@@ -30,7 +38,21 @@ public:
     CodecStatus Start();
     // Reads the next record. False at the end of the data or on a failure, which then
     // stays in `failure()`.
-    bool Next(Record& record);
+    // A record whose line is in the cache (most of a file) is read here, inline: a tile
+    // holds thousands of records.
+    bool Next(Record& record) {
+        if (failure_ || pos_ == end_) return false;
+        const std::size_t at = recordOffset_ = offset();
+        const unsigned char lead = *pos_;
+        if (lead == kFullRecord || !filled_[lead]) return NextFull(record, at);
+        ++pos_;
+        const CacheEntry& entry = cache_[lead];
+        record = Record{};
+        record.kind = entry.kind;
+        record.nameIndex = entry.name;
+        record.type = entry.type;
+        return ReadPayload(record);
+    }
 
     const CodecStatus& failure() const { return failure_; }
     bool AtEnd() const { return pos_ == end_; }
@@ -51,9 +73,64 @@ private:
         return static_cast<std::size_t>(end_ - pos_) >= bytes || Truncated(bytes, what);
     }
     bool Truncated(std::size_t bytes, std::string_view what);
-    bool ReadString(std::uint16_t& index);
+    bool ReadString(std::uint16_t& index) {
+        if (end_ - pos_ >= 2) {
+            index = Load<std::uint16_t>(pos_);
+            if (index != kNewString && index < strings_.size()) {
+                pos_ += 2;
+                return true;
+            }
+        }
+        return ReadNewString(index);
+    }
+    // A string met for the first time, or a failure.
+    bool ReadNewString(std::uint16_t& index);
     bool ReadHeader(CacheEntry& entry);
-    bool ReadPayload(Record& record);
+    bool NextFull(Record& record, std::size_t at);
+    bool ReadPayload(Record& record) {
+        switch (record.kind) {
+            case Kind::Open:
+                if (!Need(8, "an element's id and child count")) return false;
+                record.id = Load<std::uint32_t>(pos_);
+                record.count = Load<std::uint32_t>(pos_ + 4);
+                pos_ += 8;
+                return true;
+            case Kind::Value:
+                if (record.type == ValueType::String) return ReadString(record.stringIndex);
+                if (!Need(TypeSize(record.type), "a value")) return false;
+                record.payload = pos_;
+                pos_ += TypeSize(record.type);
+                return true;
+            case Kind::Array:
+                if (!Need(1, "an array's element count")) return false;
+                record.count = *pos_++;
+                if (!Need(record.count * TypeSize(record.type), "an array's elements")) return false;
+                record.payload = pos_;
+                pos_ += record.count * TypeSize(record.type);
+                return true;
+            case Kind::Reference:
+                if (!Need(4, "a reference")) return false;
+                record.id = Load<std::uint32_t>(pos_);
+                pos_ += 4;
+                return true;
+            case Kind::Blob:
+                if (!Need(4, "a blob's size")) return false;
+                record.count = Load<std::uint32_t>(pos_);
+                pos_ += 4;
+                if (!Need(record.count, "a blob")) return false;
+                record.payload = pos_;
+                pos_ += record.count;
+                return true;
+            case Kind::Marker:
+                if (!Need(5, "the game's marker record")) return false;
+                pos_ += 5;
+                return true;
+            case Kind::Close:
+            case Kind::Nil:
+                return true;
+        }
+        return true;
+    }
 
     const unsigned char* begin_;
     const unsigned char* pos_;

@@ -140,7 +140,7 @@ namespace {
 struct FoldTables {
     std::array<unsigned char, 256> lower{};
     std::array<unsigned char, 256> upper{};
-    FoldTables() {
+    constexpr FoldTables() {
         for (int i = 0; i < 256; ++i) {
             lower[i] = upper[i] = static_cast<unsigned char>(i);
         }
@@ -158,10 +158,9 @@ struct FoldTables {
         pair(0x9F, 0xFF);  // Y diaeresis
     }
 };
-const FoldTables& Tables() {
-    static const FoldTables tables;
-    return tables;
-}
+// Made when the program is compiled: the case-blind searches read it for every byte.
+constexpr FoldTables kTables;
+const FoldTables& Tables() { return kTables; }
 }  // namespace
 
 unsigned char FoldCp1252(unsigned char byte) { return Tables().lower[byte]; }

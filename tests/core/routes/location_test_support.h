@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "app/app_context.h"
 #include "support/scripted_ui.h"
@@ -55,6 +56,26 @@ inline std::string TrackRibbon(const std::string& x, const std::string& z, const
            corner + "</RBottomLeft>\r\n" + inside + "</Network-cTrackRibbon>\r\n";
 }
 
+// The real route of the test data placed under `game`\Content\Routes, beside an empty
+// Assets folder; false when the test data is not beside the checkout.
+inline bool PlaceRealRoute(const std::filesystem::path& game) {
+    const auto source = std::filesystem::path(FERROLUND_TESTDATA) / "routes" / kRealRoute;
+    if (!std::filesystem::exists(source)) return false;
+    const auto route = game / "Content/Routes" / kRealRoute;
+    std::filesystem::create_directories(game / "Assets");
+    std::filesystem::create_directories(route.parent_path());
+    std::filesystem::copy(source, route, std::filesystem::copy_options::recursive);
+    return true;
+}
+
+// The scenario folders of the real route placed under `game`.
+inline std::vector<std::string> RealRouteScenarios(const std::filesystem::path& game) {
+    std::vector<std::string> scenarios;
+    for (const auto& entry : std::filesystem::directory_iterator(game / "Content/Routes" / kRealRoute / "Scenarios"))
+        scenarios.push_back(entry.path().filename());
+    return scenarios;
+}
+
 struct LocationGame {
     TempFolder root;
     ScriptedUi ui;
@@ -84,14 +105,7 @@ struct LocationGame {
     }
     // The real route of the test data placed in the game folder; false when the test data
     // is not beside the checkout.
-    bool copyRealRoute() const {
-        const auto source = std::filesystem::path(FERROLUND_TESTDATA) / "routes" / kRealRoute;
-        if (!std::filesystem::exists(source)) return false;
-        const auto route = root.path() / "game/Content/Routes" / kRealRoute;
-        std::filesystem::create_directories(route.parent_path());
-        std::filesystem::copy(source, route, std::filesystem::copy_options::recursive);
-        return true;
-    }
+    bool copyRealRoute() const { return PlaceRealRoute(root.path() / "game"); }
 };
 
 }  // namespace ferrolund::testing

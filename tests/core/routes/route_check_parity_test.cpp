@@ -14,6 +14,7 @@
 #include "routes/route_check_command.h"
 #include "serz/codec.h"
 #include "support/scripted_ui.h"
+#include "core/routes/location_test_support.h"
 #include "support/temp_folder.h"
 #include "tile_xml.h"
 #include "tools/files.h"
@@ -175,17 +176,10 @@ TEST(RouteCheckParity, TheSampleRouteWithItsScenarios) {
 }
 
 TEST(RouteCheckParity, TheRealRouteUnderAnEmptyAssetsFolder) {
-    const fs::path source = fs::path(FERROLUND_TESTDATA) / "routes" / "ff1ebaa8-82f5-43ca-9816-859956f4d56c";
-    if (!fs::exists(source)) GTEST_SKIP() << "the real route is not in " << source.string();
     testing::TempFolder root;
-    fs::create_directories(root.path() / "game/Assets");
-    const fs::path route = root.path() / "game/Content/Routes/ff1ebaa8-82f5-43ca-9816-859956f4d56c";
-    fs::create_directories(route.parent_path());
-    fs::copy(source, route, fs::copy_options::recursive);
-    std::vector<std::string> scenarios;
-    for (const auto& entry : fs::directory_iterator(route / "Scenarios")) scenarios.push_back(entry.path().filename());
+    if (!testing::PlaceRealRoute(root.path() / "game")) GTEST_SKIP() << "the real route is not in " << FERROLUND_TESTDATA;
     const std::string game = root.system() + "/game";
-    ExpectSameOutputs(game, RouteTileFolders(game, "ff1ebaa8-82f5-43ca-9816-859956f4d56c", scenarios));
+    ExpectSameOutputs(game, RouteTileFolders(game, testing::kRealRoute, testing::RealRouteScenarios(root.path() / "game")));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "core/sample/sample_fixture.h"
 #include "routes/route_check_command.h"
 #include "support/scripted_ui.h"
+#include "core/routes/location_test_support.h"
 #include "support/temp_folder.h"
 #include "tools/codepage.h"
 #include "tools/host_path.h"
@@ -330,17 +331,12 @@ std::set<std::string> ReferencesByElement(const std::string& game, const std::st
 }
 
 TEST(RouteCheckRealRoute, YieldsEveryReferenceOfItsTilesUnderAnEmptyAssets) {
-    const fs::path source = fs::path(FERROLUND_TESTDATA) / "routes" / "ff1ebaa8-82f5-43ca-9816-859956f4d56c";
-    if (!fs::exists(source)) GTEST_SKIP() << "the real route is not in " << source.string();
     testing::TempFolder root;
-    fs::create_directories(root.path() / "game/Assets");
-    const fs::path route = root.path() / "game/Content/Routes/ff1ebaa8-82f5-43ca-9816-859956f4d56c";
-    fs::create_directories(route.parent_path());
-    fs::copy(source, route, fs::copy_options::recursive);
+    if (!testing::PlaceRealRoute(root.path() / "game")) GTEST_SKIP() << "the real route is not in " << FERROLUND_TESTDATA;
+    const fs::path route = root.path() / "game/Content/Routes" / testing::kRealRoute;
     const std::string game = root.system() + "/game";
     Checker c(game);
-    std::vector<std::string> scenarios;
-    for (const auto& entry : fs::directory_iterator(route / "Scenarios")) scenarios.push_back(entry.path().filename());
+    const std::vector<std::string> scenarios = testing::RealRouteScenarios(root.path() / "game");
     std::set<std::string> expected;
     std::size_t tiles = 0;
     for (const TileFolder& folder : RouteTileFolders(game, "ff1ebaa8-82f5-43ca-9816-859956f4d56c", scenarios)) {

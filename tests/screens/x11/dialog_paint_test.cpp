@@ -4,12 +4,16 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QScreen>
+#include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <gtest/gtest.h>
+
+#include <functional>
 
 #include "app/startup.h"
 #include "screens/app/frmEditor.h"
@@ -23,13 +27,20 @@ namespace {
 
 using testing::ScreenPicture;
 
-// Waits, running the event loop, until the window is exposed on the X server.
-bool WaitExposed(QWidget& widget) {
-    for (int i = 0; i < 500; ++i) {
+// Waits, running the event loop, until the window is exposed on the X server: ten seconds
+// at most, however busy the machine is with other tests.
+bool WaitExposed(const std::function<QWindow*()>& window) {
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 10000) {
         QApplication::processEvents(QEventLoop::AllEvents, 20);
-        if (widget.windowHandle() && widget.windowHandle()->isExposed()) return true;
+        if (window() && window()->isExposed()) return true;
+        QThread::msleep(5);
     }
     return false;
+}
+bool WaitExposed(QWidget& widget) {
+    return WaitExposed([&widget] { return widget.windowHandle(); });
 }
 
 // While a menu command runs, reads the screen under the first modal dialogue of the given
@@ -138,8 +149,7 @@ TEST(DialogPaint, AWindowNobodyPaintsIsToldApart) {
     bare.setSurfaceType(QSurface::RasterSurface);
     bare.setGeometry(200, 200, 420, 120);
     bare.show();
-    for (int i = 0; i < 500 && !bare.isExposed(); ++i) QApplication::processEvents(QEventLoop::AllEvents, 20);
-    ASSERT_TRUE(bare.isExposed());
+    ASSERT_TRUE(WaitExposed([&bare] { return &bare; }));
     QApplication::processEvents(QEventLoop::AllEvents, 50);
 
     const ScreenPicture picture = ScreenPicture::Read(*bare.screen(), bare.geometry(), painted, label->geometry());
