@@ -24,9 +24,24 @@ std::uint8_t RecordLines::LearnFacts(std::uint16_t index) {
     if (index >= facts_.size()) facts_.resize(index + 1u, 0);
     const std::string_view text = layout_.String(index);
     std::uint8_t facts = kKnown;
-    if (text.find_first_of("<>\n") == std::string_view::npos) facts |= kPlainName;
+    // One pass over the text: a name is plain without '<', '>' and line feeds; a value is
+    // plain without those and without the characters the converter escapes.
+    bool plainName = true;
+    bool plainValue = true;
+    for (const char c : text) {
+        switch (c) {
+            case '<':
+            case '>':
+            case '\n': plainName = plainValue = false; break;
+            case '&':
+            case '"':
+            case '\'': plainValue = false; break;
+            default: break;
+        }
+    }
+    if (plainName) facts |= kPlainName;
     if (StartsWithProvider(text)) facts |= kProviderName;
-    if (text.find_first_of("&<>\"'\n") == std::string_view::npos) facts |= kPlainValue;
+    if (plainValue) facts |= kPlainValue;
     facts_[index] = facts;
     return facts;
 }
