@@ -154,7 +154,8 @@ int RunCli(const std::vector<std::string>& args, const std::string& appRoot, std
     const std::vector<std::string> verbArgs(rest.begin() + 1, rest.end());
     int code = verb->run(ctx, verbArgs, out, err);
     ui.endProgressLine();
-    if (Interrupted()) {
+    // A command that never stops to look (a single conversion) finishes what it does.
+    if (ui.stoppedByInterrupt()) {
         err << "ferrolund-cli: stopped by Ctrl+C; the files written before it are complete\n";
         if (code == kExitDone || code == kExitMissing) code = kExitFailed;
     }

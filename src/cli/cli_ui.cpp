@@ -118,7 +118,7 @@ void CliUi::endProgressLine() {
 }
 
 void CliUi::pump() {
-    if (abortFlag != nullptr && Interrupted()) *abortFlag = true;
+    if (abortFlag != nullptr && Interrupted()) *abortFlag = stopped_ = true;
 }
 
 void CliUi::status(int, const std::string&) {}

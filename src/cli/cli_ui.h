@@ -47,12 +47,15 @@ public:
 
     // Clears the line that progress keeps updating on a terminal, if one is shown.
     void endProgressLine();
+    // A Ctrl+C reached the running command through AbortFlag.
+    bool stoppedByInterrupt() const { return stopped_; }
 
 private:
     std::optional<std::string> takeAnswer(const std::string& what);
     std::string countText_;   // " (12 of 340 tiles)" for the next progress line
     std::string stage_;       // of the last line printed in the Lines style
     bool lineOpen_ = false;   // a progress line stands on the terminal
+    bool stopped_ = false;
     std::ostream& out_;
     std::ostream& err_;
 };

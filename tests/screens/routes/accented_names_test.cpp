@@ -28,6 +28,7 @@ TEST(AccentedNames, RouteNamesReadAsWritten) {
     QStringList names;
     for (int r = 0; r < screen.routes()->rowCount(); ++r) names << screen.routes()->item(r, 0)->text();
     names.sort();
+    testing::Screenshot(screen, "frmDelRoute_accented_routes");
     EXPECT_EQ(names, (QStringList{QString::fromUtf8("Br\xC3\xBC" "ckenau \xC3\xBC" "ber H\xC3\xB6henweg"),
                                   QString::fromUtf8("Ligne du Caf\xC3\xA9"),
                                   QString::fromUtf8("\xC4\x8C" "esk\xC3\xA9 dr\xC3\xA1hy")}));
@@ -54,6 +55,7 @@ TEST(AccentedNames, TheCheckFindsAccentedAssetsAndShowsTheMissingOnesAsWritten) 
     const QAbstractItemModel* missing = shown[0]->list()->model();
     ASSERT_EQ(missing->rowCount(), 1);
     const QString cell = missing->data(missing->index(0, 0)).toString();
+    testing::Screenshot(*shown[0], "frmListRS_accented_missing");
     EXPECT_TRUE(cell.endsWith(QString::fromUtf8("\\Assets\\Caf\xC3\xA9Rail\\Gare\\Quai\xEF\xBF\xA9.bin"))) << cell.toStdString();
 }
 
