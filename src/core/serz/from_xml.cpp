@@ -116,7 +116,8 @@ private:
     bool Value(std::uint32_t name, const Attributes& attributes, bool selfClosing, const char* at);
     bool Array(std::uint32_t name, const Attributes& attributes, bool selfClosing, const char* at);
     bool Blob(const Attributes& attributes, bool selfClosing, const char* at);
-    bool Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at);
+    bool Scalar(std::string_view text, const char* readable, ValueType type, unsigned char* bytes, const char* at);
+    const char* ReadableEnd(std::string_view content) const;
     bool Written(bool ok, const char* at);
 
     std::string_view text_;
@@ -127,7 +128,7 @@ private:
     std::vector<std::uint32_t> open_;  // names of the open elements, innermost last
     bool rootSeen_ = false;
     std::string unescaped_;
-    std::vector<unsigned char> elements_;
+    std::array<unsigned char, 255 * 8> elements_;  // the most an array holds
     CodecStatus failure_;
 };
 
@@ -250,17 +251,31 @@ bool XmlReader::ReadContent(std::string_view name, bool selfClosing, std::string
     return ReadEndTag(name);
 }
 
-bool XmlReader::Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at) {
+// A float or double in file order.
+void StoreFloat(double value, ValueType type, unsigned char* bytes) {
+    if (type == ValueType::Float64) {
+        std::memcpy(bytes, &value, 8);
+        return;
+    }
+    float single = ToFloat(value);
+    std::memcpy(bytes, &single, 4);
+}
+
+// How far the text of `content` may be read past its end: to the end of the XML when it
+// lies there, else (entities resolved into a copy) only to its own end.
+const char* XmlReader::ReadableEnd(std::string_view content) const {
+    bool inPlace = !content.empty() && content.data() >= text_.data() && content.data() <= end_;
+    return inPlace ? end_ : content.data() + content.size();
+}
+
+// `readable` is how far the text may be read past its end (a blank or '<' stops a number).
+bool XmlReader::Scalar(std::string_view text, const char* readable, ValueType type, unsigned char* bytes, const char* at) {
     auto bad = [&] { return Fail(at, "'" + std::string(text) + "' is not a value of type " + std::string(TypeName(type))); };
     if (IsFloat(type)) {
         double value = 0;
-        if (!ParseDouble(text, value)) return bad();
-        if (type == ValueType::Float64) {
-            std::memcpy(bytes, &value, 8);
-            return true;
-        }
-        float single = ToFloat(value);
-        std::memcpy(bytes, &single, 4);
+        const char* end = text.data() + text.size();
+        if (ReadPlainDecimal(text.data(), readable, value) != end && !ParseDouble(text, value)) return bad();
+        StoreFloat(value, type, bytes);
         return true;
     }
     std::size_t size = TypeSize(type);
@@ -304,7 +319,7 @@ bool XmlReader::Value(std::uint32_t name, const Attributes& a, bool selfClosing,
     if (type == ValueType::Unknown) return Fail(at, "unknown type '" + std::string(a.type) + "'");
     if (type == ValueType::String) return Written(writer_.StringValue(binaryName, content), at);
     unsigned char bytes[8];
-    return Scalar(content, type, bytes, at) && Written(writer_.Value(binaryName, type, bytes), at);
+    return Scalar(content, ReadableEnd(content), type, bytes, at) && Written(writer_.Value(binaryName, type, bytes), at);
 }
 
 bool XmlReader::Array(std::uint32_t nameNumber, const Attributes& a, bool selfClosing, const char* at) {
@@ -320,17 +335,25 @@ bool XmlReader::Array(std::uint32_t nameNumber, const Attributes& a, bool selfCl
     std::string_view content;
     if (!ReadContent(name, selfClosing, content)) return false;
     std::size_t size = TypeSize(type);
-    elements_.clear();
+    const char* p = content.data();
+    const char* stop = p + content.size();
+    const char* readable = ReadableEnd(content);
     std::size_t count = 0;
-    std::size_t i = 0;
-    while (true) {
-        while (i < content.size() && IsBlank(content[i])) ++i;
-        if (i == content.size()) break;
-        std::size_t start = i;
-        while (i < content.size() && !IsBlank(content[i])) ++i;
-        if (++count > declared) return Fail(at, "<" + std::string(name) + "> holds more elements than d:numElements");
-        elements_.resize(count * size);
-        if (!Scalar(content.substr(start, i - start), type, &elements_[(count - 1) * size], at)) return false;
+    for (;; ++count) {
+        while (p < stop && IsBlank(*p)) ++p;
+        if (p == stop) break;
+        if (count == declared) return Fail(at, "<" + std::string(name) + "> holds more elements than d:numElements");
+        unsigned char* bytes = &elements_[count * size];
+        double value = 0;
+        const char* next = IsFloat(type) ? ReadPlainDecimal(p, readable, value) : nullptr;
+        if (next != nullptr && (next == stop || IsBlank(*next))) {
+            StoreFloat(value, type, bytes);  // the common form, read and delimited at once
+            p = next;
+            continue;
+        }
+        const char* start = p;
+        while (p < stop && !IsBlank(*p)) ++p;
+        if (!Scalar({start, static_cast<std::size_t>(p - start)}, p, type, bytes, at)) return false;
     }
     if (count != declared) return Fail(at, "<" + std::string(name) + "> holds fewer elements than d:numElements");
     return Written(writer_.Array(names_.Binary(nameNumber), type, static_cast<std::uint8_t>(count), elements_.data()), at);
