@@ -59,8 +59,9 @@ const char* NameEnd(const char* p, const char* end) {
     return p;
 }
 
-// The first character from `p` on that is not a blank, or the end.
-const char* BlanksEnd(const char* p, const char* end) {
+// The first character from `p` on that is not a blank, or the end, sixteen characters a
+// step; BlanksEnd below tries the common cases first.
+const char* BlankRunEnd(const char* p, const char* end) {
 #if defined(__SSE2__) || defined(_M_X64)
     for (; end - p >= 16; p += 16) {
         unsigned mask = ~BlankMask(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))) & 0xFFFFu;
@@ -69,6 +70,28 @@ const char* BlanksEnd(const char* p, const char* end) {
 #endif
     while (p < end && IsBlank(*p)) ++p;
     return p;
+}
+
+// The same, quick where there is no blank or one space, as between the parts of a tag.
+inline const char* BlanksEnd(const char* p, const char* end) {
+    if (p == end || !IsBlank(*p)) return p;
+    if (end - p >= 2 && !IsBlank(p[1])) return p + 1;
+    return BlankRunEnd(p, end);
+}
+
+// The first `c` from `p` on, or null.
+const char* FindChar(const char* p, const char* end, char c) {
+#if defined(__SSE2__) || defined(_M_X64)
+    __m128i wanted = _mm_set1_epi8(c);
+    for (; end - p >= 16; p += 16) {
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), wanted)));
+        if (mask != 0) return p + std::countr_zero(mask);
+    }
+#endif
+    for (; p < end; ++p) {
+        if (*p == c) return p;
+    }
+    return nullptr;
 }
 
 // The nearest float. Past the largest float a value rounds to it or, from the midpoint
@@ -98,14 +121,14 @@ struct Attributes {
 class XmlReader {
 public:
     XmlReader(std::string_view xml, BinaryWriter& writer)
-        : text_(xml), p_(xml.data()), end_(xml.data() + xml.size()), writer_(writer) {}
+        : text_(xml), p_(xml.data()), end_(xml.data() + xml.size()), writer_(writer), names_(xml) {}
 
     CodecStatus Run();
 
 private:
     bool Fail(const char* at, std::string_view reason);
     bool Match(std::string_view what);
-    void SkipBlanks();
+    void SkipBlanks() { p_ = BlanksEnd(p_, end_); }
     bool SkipMarkup();
     bool ReadName(std::string_view& name);
     bool ReadAttributes(Attributes& attributes, bool& selfClosing);
@@ -125,6 +148,7 @@ private:
     const char* end_;
     BinaryWriter& writer_;
     XmlNames names_;
+    std::uint32_t lastStart_ = XmlNames::kNoName;  // the name of the last start tag
     std::vector<std::uint32_t> open_;  // names of the open elements, innermost last
     bool rootSeen_ = false;
     std::string unescaped_;
@@ -147,8 +171,6 @@ bool XmlReader::Match(std::string_view what) {
     p_ += what.size();
     return true;
 }
-
-void XmlReader::SkipBlanks() { p_ = BlanksEnd(p_, end_); }
 
 // Passes over blanks, comments and processing instructions; false on one left open.
 bool XmlReader::SkipMarkup() {
@@ -199,7 +221,7 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
         if (p_ == end_ || (*p_ != '"' && *p_ != '\'')) return Fail(p_, "an attribute value is not in quotes");
         char quote = *p_++;
         const char* start = p_;
-        const char* stop = static_cast<const char*>(std::memchr(p_, quote, static_cast<std::size_t>(end_ - p_)));
+        const char* stop = FindChar(p_, end_, quote);
         if (stop == nullptr) return Fail(start, "an attribute value is never closed");
         std::string_view value(start, static_cast<std::size_t>(stop - start));
         p_ = stop + 1;
@@ -221,7 +243,7 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
 bool XmlReader::ReadEndTag(std::string_view name) {
     std::size_t length = name.size() + 3;  // "</name>", as written in the common case
     if (static_cast<std::size_t>(end_ - p_) >= length && p_[0] == '<' && p_[1] == '/' && p_[length - 1] == '>' &&
-        std::memcmp(p_ + 2, name.data(), name.size()) == 0) {
+        SameBytes(p_ + 2, name.data(), name.size(), end_)) {
         p_ += length;
         return true;
     }
@@ -239,11 +261,11 @@ bool XmlReader::ReadContent(std::string_view name, bool selfClosing, std::string
     content = {};
     if (selfClosing) return true;
     const char* start = p_;
-    const char* stop = static_cast<const char*>(std::memchr(p_, '<', static_cast<std::size_t>(end_ - p_)));
+    const char* stop = FindChar(p_, end_, '<');
     if (stop == nullptr) return Fail(start, "the text ends inside <" + std::string(name) + ">");
     content = {start, static_cast<std::size_t>(stop - start)};
     p_ = stop;
-    if (std::memchr(content.data(), '&', content.size()) != nullptr) {
+    if (FindChar(start, stop, '&') != nullptr) {
         std::size_t bad = 0;
         if (!Unescape(content, unescaped_, bad)) return Fail(start + bad, "an unknown or broken entity");
         content = unescaped_;
@@ -393,7 +415,8 @@ bool XmlReader::Element() {
         return Written(writer_.Nil(), at);
     }
     if (name == "d:blob") return Blob(a, selfClosing, at);
-    std::uint32_t number = names_.Find(name);
+    std::uint32_t number = names_.Find(name, lastStart_);
+    lastStart_ = number;
     if (a.hasType) return Value(number, a, selfClosing, at);
     if (a.hasNumElements || a.hasElementType) return Array(number, a, selfClosing, at);
     std::uint32_t id = 0;
