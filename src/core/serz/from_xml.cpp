@@ -118,6 +118,60 @@ struct Attributes {
     bool hasId = false, hasType = false, hasNumElements = false, hasElementType = false, hasSize = false;
 };
 
+enum class Field : std::uint8_t { Type, Id, NumElements, ElementType, Size, Other };
+
+Field FieldOf(std::string_view key) {
+    if (key.size() < 4 || key[0] != 'd' || key[1] != ':') return Field::Other;
+    if (Is(key, "d:type")) return Field::Type;
+    if (Is(key, "d:id")) return Field::Id;
+    if (Is(key, "d:numElements")) return Field::NumElements;
+    if (Is(key, "d:elementType")) return Field::ElementType;
+    if (Is(key, "d:size")) return Field::Size;
+    return Field::Other;
+}
+
+void Set(Attributes& a, Field field, std::string_view value) {
+    switch (field) {
+        case Field::Type: a.type = value, a.hasType = true; break;
+        case Field::Id: a.id = value, a.hasId = true; break;
+        case Field::NumElements: a.numElements = value, a.hasNumElements = true; break;
+        case Field::ElementType: a.elementType = value, a.hasElementType = true; break;
+        case Field::Size: a.size = value, a.hasSize = true; break;
+        case Field::Other: break;
+    }
+}
+
+// An attribute as the converter writes it, from its name to the opening quote, padded so
+// that sixteen bytes of it can be read at once.
+struct WrittenAttribute {
+    char text[16];
+    std::size_t length;
+    Field field;
+};
+constexpr WrittenAttribute kWrittenAttributes[] = {
+    {"d:type=\"", 8, Field::Type},
+    {"d:id=\"", 6, Field::Id},
+    {"d:numElements=\"", 15, Field::NumElements},
+    {"d:elementType=\"", 15, Field::ElementType},
+    {"d:size=\"", 8, Field::Size},
+    {{'d', ':', 'a', 'l', 't', '_', 'e', 'n', 'c', 'o', 'd', 'i', 'n', 'g', '=', '"'}, 16, Field::Other},
+    {"d:precision=\"", 13, Field::Other},
+};
+
+// The one of kWrittenAttributes that "d:" and `letter` may begin, or null.
+const WrittenAttribute* WrittenAttributeFor(char letter) {
+    switch (letter) {
+        case 't': return &kWrittenAttributes[0];
+        case 'i': return &kWrittenAttributes[1];
+        case 'n': return &kWrittenAttributes[2];
+        case 'e': return &kWrittenAttributes[3];
+        case 's': return &kWrittenAttributes[4];
+        case 'a': return &kWrittenAttributes[5];
+        case 'p': return &kWrittenAttributes[6];
+        default: return nullptr;
+    }
+}
+
 class XmlReader {
 public:
     XmlReader(std::string_view xml, BinaryWriter& writer)
@@ -134,6 +188,7 @@ private:
     bool ReadAttributes(Attributes& attributes, bool& selfClosing);
     bool ReadEndTag(std::string_view name);
     bool ReadContent(std::string_view name, bool selfClosing, std::string_view& content);
+    std::uint32_t ExpectedName();
     bool Element();
     bool EndTag();
     bool Value(std::uint32_t name, const Attributes& attributes, bool selfClosing, const char* at);
@@ -213,30 +268,27 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
             selfClosing = true;
             return Match(">") || Fail(p_, "'/' in a tag is not followed by '>'");
         }
-        std::string_view key;
-        if (!ReadName(key)) return false;
-        SkipBlanks();
-        if (!Match("=")) return Fail(p_, "attribute '" + std::string(key) + "' has no value");
-        SkipBlanks();
-        if (p_ == end_ || (*p_ != '"' && *p_ != '\'')) return Fail(p_, "an attribute value is not in quotes");
-        char quote = *p_++;
+        Field field = Field::Other;
+        char quote = '"';
+        const WrittenAttribute* written = end_ - p_ >= 16 && p_[0] == 'd' && p_[1] == ':' ? WrittenAttributeFor(p_[2]) : nullptr;
+        if (written != nullptr && SameShortBytes(p_, written->text, written->length)) {
+            p_ += written->length;  // as the converter writes it, up to the opening quote
+            field = written->field;
+        } else {
+            std::string_view key;
+            if (!ReadName(key)) return false;
+            SkipBlanks();
+            if (!Match("=")) return Fail(p_, "attribute '" + std::string(key) + "' has no value");
+            SkipBlanks();
+            if (p_ == end_ || (*p_ != '"' && *p_ != '\'')) return Fail(p_, "an attribute value is not in quotes");
+            quote = *p_++;
+            field = FieldOf(key);
+        }
         const char* start = p_;
         const char* stop = FindChar(p_, end_, quote);
         if (stop == nullptr) return Fail(start, "an attribute value is never closed");
-        std::string_view value(start, static_cast<std::size_t>(stop - start));
         p_ = stop + 1;
-        if (key.size() < 4 || key[0] != 'd' || key[1] != ':') continue;  // not one the codec reads
-        if (Is(key, "d:type")) {
-            a.type = value, a.hasType = true;
-        } else if (Is(key, "d:id")) {
-            a.id = value, a.hasId = true;
-        } else if (Is(key, "d:numElements")) {
-            a.numElements = value, a.hasNumElements = true;
-        } else if (Is(key, "d:elementType")) {
-            a.elementType = value, a.hasElementType = true;
-        } else if (Is(key, "d:size")) {
-            a.size = value, a.hasSize = true;
-        }
+        Set(a, field, {start, static_cast<std::size_t>(stop - start)});
     }
 }
 
@@ -399,10 +451,29 @@ bool XmlReader::Blob(const Attributes& a, bool selfClosing, const char* at) {
     return true;
 }
 
+// The name that followed the last start tag's name last time, passed over when the tag at
+// hand has it; else kNoName and nothing is passed over.
+std::uint32_t XmlReader::ExpectedName() {
+    std::uint32_t guess = names_.Following(lastStart_);
+    if (guess == XmlNames::kNoName) return guess;
+    std::string_view name = names_.Xml(guess);
+    if (static_cast<std::size_t>(end_ - p_) <= name.size() || !kNameEnds[static_cast<unsigned char>(p_[name.size()])] ||
+        !SameBytes(p_, name.data(), name.size(), end_)) {
+        return XmlNames::kNoName;
+    }
+    p_ += name.size();
+    return guess;
+}
+
 bool XmlReader::Element() {
     const char* at = p_++;
     std::string_view name;
-    if (!ReadName(name)) return false;
+    std::uint32_t number = ExpectedName();
+    if (number != XmlNames::kNoName) {
+        name = names_.Xml(number);
+    } else if (!ReadName(name)) {
+        return false;
+    }
     Attributes a;
     bool selfClosing = false;
     if (!ReadAttributes(a, selfClosing)) return false;
@@ -410,12 +481,14 @@ bool XmlReader::Element() {
         if (rootSeen_) return Fail(at, "a second element follows the root element");
         rootSeen_ = true;
     }
-    if (name == "d:nil") {
-        if (!selfClosing && !ReadEndTag(name)) return false;
-        return Written(writer_.Nil(), at);
+    if (number == XmlNames::kNoName) {  // d:nil and d:blob are never in the table
+        if (name == "d:nil") {
+            if (!selfClosing && !ReadEndTag(name)) return false;
+            return Written(writer_.Nil(), at);
+        }
+        if (name == "d:blob") return Blob(a, selfClosing, at);
+        number = names_.Find(name, lastStart_);
     }
-    if (name == "d:blob") return Blob(a, selfClosing, at);
-    std::uint32_t number = names_.Find(name, lastStart_);
     lastStart_ = number;
     if (a.hasType) return Value(number, a, selfClosing, at);
     if (a.hasNumElements || a.hasElementType) return Array(number, a, selfClosing, at);

@@ -2,25 +2,7 @@
 
 #include <cstring>
 
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
-
 namespace ferrolund::serz {
-
-bool SameBytes(const char* a, const char* b, std::size_t n, const char* limit) {
-#if defined(__SSE2__) || defined(_M_X64)
-    if (n <= 16 && limit - a >= 16 && limit - b >= 16) {
-        __m128i equal = _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(a)),
-                                       _mm_loadu_si128(reinterpret_cast<const __m128i*>(b)));
-        auto differ = ~static_cast<unsigned>(_mm_movemask_epi8(equal)) & ((1u << n) - 1);
-        return differ == 0;
-    }
-#else
-    (void)limit;
-#endif
-    return n == 0 || std::memcmp(a, b, n) == 0;
-}
 
 std::uint32_t XmlNames::Find(std::string_view xml, std::uint32_t after) {
     if (after != kNoName) {

@@ -4,18 +4,38 @@
 // hash look-up, or less: the name that followed a name last time is tried first.
 
 #include <cstdint>
+#include <cstring>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
 
 #include "serz/binary_writer.h"
 #include "serz/text_index.h"
 
 namespace ferrolund::serz {
 
+// Whether the `n` bytes at `a` and at `b` are the same, `n` at most 16, where sixteen
+// bytes may be read at each.
+inline bool SameShortBytes(const char* a, const char* b, std::size_t n) {
+#if defined(__SSE2__) || defined(_M_X64)
+    __m128i equal = _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(a)),
+                                   _mm_loadu_si128(reinterpret_cast<const __m128i*>(b)));
+    return (~static_cast<unsigned>(_mm_movemask_epi8(equal)) & ((1u << n) - 1)) == 0;
+#else
+    return std::memcmp(a, b, n) == 0;
+#endif
+}
+
 // Whether the `n` bytes at `a` and at `b` are the same; both may be read up to `limit`.
-bool SameBytes(const char* a, const char* b, std::size_t n, const char* limit);
+inline bool SameBytes(const char* a, const char* b, std::size_t n, const char* limit) {
+    if (n <= 16 && limit - a >= 16 && limit - b >= 16) return SameShortBytes(a, b, n);
+    return n == 0 || std::memcmp(a, b, n) == 0;
+}
 
 class XmlNames {
 public:
@@ -27,6 +47,9 @@ public:
     // The number of the name `xml` (a view into the text), added when it is new. `after`
     // is the number of the name read before it, or kNoName.
     std::uint32_t Find(std::string_view xml, std::uint32_t after);
+
+    // The name that followed `name` last time, or kNoName.
+    std::uint32_t Following(std::uint32_t name) const { return name == kNoName ? kNoName : entries_[name].next; }
 
     std::string_view Xml(std::uint32_t name) const { return entries_[name].xml; }
     NameRef& Binary(std::uint32_t name) { return entries_[name].binary; }
