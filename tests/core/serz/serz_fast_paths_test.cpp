@@ -253,5 +253,74 @@ TEST(SerzFastPaths, NamesMetAgainAfterOtherNames) {
     }
 }
 
+// Attributes written as the converter writes them and as a person may type them (blanks
+// around '=', single quotes, names that only begin like the known ones, a tag that ends
+// within sixteen bytes of the text's end) give the same binary.
+TEST(SerzFastPaths, AttributesInEveryWritingReadTheSame) {
+    struct Case {
+        const char* tag;   // the start tag of an element holding "7" ...
+        const char* same;  // ... and another writing of it that must give the same binary
+    };
+    const Case cases[] = {
+        {"<V d:type=\"sInt32\">", "<V d:type = 'sInt32' >"},
+        {"<V d:type=\"sInt32\">", "<V\td:type\r\n=\n\"sInt32\">"},
+        {"<V d:type=\"sInt32\">", "<V d:typeX=\"sFloat32\" d:type=\"sInt32\">"},
+        {"<V d:type=\"sInt32\">", "<V d:type=\"sInt32\" d:alt_encoding=\"0000000000001C40\" d:precision=\"string\">"},
+        {"<V d:type=\"sInt32\">", "<V d:alt_encodingX=\"x\" d:precisio=\"y\" d:t=\"z\" d:type=\"sInt32\">"},
+        {"<V d:type=\"sInt32\">", "<V d:type='sInt32' d:id=\"9\">"},
+        {"<V d:type=\"sInt32\">", "<V d:sizes=\"3\" d:type=\"sInt32\">"},
+        {"<V d:type=\"sInt32\">", "<V e:type=\"sFloat32\" d:type=\"sInt32\">"},
+        {"<A d:numElements=\"1\" d:elementType=\"sUInt8\">", "<A d:elementType ='sUInt8' d:numElements= \"1\" >"},
+        {"<E d:id=\"7\">", "<E d:id='7' d:idx=\"8\">"},
+    };
+    for (const auto& c : cases) {
+        for (const char* tail : {"\r\n\t</W>\r\n</cRoot>\r\n", "</W></cRoot>"}) {
+            auto convert = [&](std::string_view tag) {
+                std::string name(1, tag[1]);
+                std::string body = name == "E" ? "<F d:type=\"sInt32\">7</F>" : "7";
+                std::string xml = std::string(kHead) + "\t<W>\r\n\t\t" + std::string(tag) + body + "</" + name + ">" + tail;
+                std::string binary;
+                auto failure = XmlToBinary(xml, binary);
+                EXPECT_FALSE(failure) << failure->message << "\n" << xml;
+                return binary;
+            };
+            EXPECT_EQ(convert(c.tag), convert(c.same)) << c.same;
+        }
+    }
+    // Broken attributes still say where and why, fast form or not.
+    const Case broken[] = {
+        {"<V d:type=\"sInt32>7</V></W></cRoot>", "line 4: an attribute value is never closed"},
+        {"<V d:type=sInt32>7</V></W></cRoot>", "line 4: an attribute value is not in quotes"},
+        {"<V d:type>7</V></W></cRoot>", "line 4: attribute 'd:type' has no value"},
+        {"<V d:type=\"sInt32\"", "line 4: the text ends inside a tag"},
+    };
+    for (const auto& c : broken) {
+        std::string xml = std::string(kHead) + "\t<W>\r\n\t\t" + c.tag;
+        std::string binary;
+        auto failure = XmlToBinary(xml, binary);
+        ASSERT_TRUE(failure) << c.tag;
+        EXPECT_NE(failure->message.find(c.same), std::string::npos) << c.tag << ": " << failure->message;
+    }
+}
+
+// A name expected after another is taken only when the tag holds it whole: not when the
+// tag's name is longer, nor for d:nil, which never enters the table of names.
+TEST(SerzFastPaths, ExpectedNamesAreTakenOnlyWhole) {
+    std::string xml = std::string(kHead);
+    xml += "<a d:type=\"sUInt8\">1</a><b d:type=\"sUInt8\">2</b>";   // b is now expected after a
+    xml += "<a d:type=\"sUInt8\">3</a><bb d:type=\"sUInt8\">4</bb>"; // bb begins like b
+    xml += "<a d:type=\"sUInt8\">5</a><b-c d:type=\"sUInt8\">6</b-c>";
+    xml += "<a d:type=\"sUInt8\">7</a><d:nil/><a d:type=\"sUInt8\">8</a><b/>";
+    xml += "</cRoot>\r\n";
+    std::string binary, back;
+    auto failure = XmlToBinary(xml, binary);
+    ASSERT_FALSE(failure) << failure->message;
+    failure = BinaryToXml(binary, back);
+    ASSERT_FALSE(failure) << failure->message;
+    for (const char* line : {"<bb d:type=\"sUInt8\">4</bb>", "<b-c d:type=\"sUInt8\">6</b-c>", "<d:nil/>", "<b/>"}) {
+        EXPECT_NE(back.find(line), std::string::npos) << line << "\n" << back;
+    }
+}
+
 }  // namespace
 }  // namespace ferrolund::serz
