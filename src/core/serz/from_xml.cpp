@@ -203,7 +203,7 @@ private:
     const char* end_;
     BinaryWriter& writer_;
     XmlNames names_;
-    std::uint32_t lastStart_ = XmlNames::kNoName;  // the name of the last start tag
+    std::uint32_t place_ = XmlNames::kNoName;  // after which tag the reader stands (XmlNames::After)
     std::vector<std::uint32_t> open_;  // names of the open elements, innermost last
     bool rootSeen_ = false;
     std::string unescaped_;
@@ -451,10 +451,10 @@ bool XmlReader::Blob(const Attributes& a, bool selfClosing, const char* at) {
     return true;
 }
 
-// The name that followed the last start tag's name last time, passed over when the tag at
-// hand has it; else kNoName and nothing is passed over.
+// The name that came next at this place last time, passed over when the tag at hand has
+// it; else kNoName and nothing is passed over.
 std::uint32_t XmlReader::ExpectedName() {
-    std::uint32_t guess = names_.Following(lastStart_);
+    std::uint32_t guess = names_.Following(place_);
     if (guess == XmlNames::kNoName) return guess;
     std::string_view name = names_.Xml(guess);
     if (static_cast<std::size_t>(end_ - p_) <= name.size() || !kNameEnds[static_cast<unsigned char>(p_[name.size()])] ||
@@ -487,9 +487,9 @@ bool XmlReader::Element() {
             return Written(writer_.Nil(), at);
         }
         if (name == "d:blob") return Blob(a, selfClosing, at);
-        number = names_.Find(name, lastStart_);
+        number = names_.Find(name, place_);
     }
-    lastStart_ = number;
+    place_ = XmlNames::After(number, false);
     if (a.hasType) return Value(number, a, selfClosing, at);
     if (a.hasNumElements || a.hasElementType) return Array(number, a, selfClosing, at);
     std::uint32_t id = 0;
@@ -507,6 +507,7 @@ bool XmlReader::EndTag() {
     std::uint32_t name = open_.back();
     if (!ReadEndTag(names_.Xml(name))) return false;
     open_.pop_back();
+    place_ = XmlNames::After(name, true);
     return Written(writer_.Close(names_.Binary(name)), at);
 }
 

@@ -4,16 +4,14 @@
 
 namespace ferrolund::serz {
 
-std::uint32_t XmlNames::Find(std::string_view xml, std::uint32_t after) {
-    if (after != kNoName) {
-        std::uint32_t guess = entries_[after].next;
-        if (guess != kNoName && entries_[guess].xml.size() == xml.size() &&
-            SameBytes(entries_[guess].xml.data(), xml.data(), xml.size(), limit_)) {
-            return guess;
-        }
+std::uint32_t XmlNames::Find(std::string_view xml, std::uint32_t place) {
+    std::uint32_t guess = Following(place);
+    if (guess != kNoName && entries_[guess].xml.size() == xml.size() &&
+        SameBytes(entries_[guess].xml.data(), xml.data(), xml.size(), limit_)) {
+        return guess;
     }
     std::uint32_t found = Look(xml);
-    if (after != kNoName) entries_[after].next = found;
+    if (place != kNoName) next_[place] = found;
     return found;
 }
 
@@ -38,6 +36,7 @@ std::uint32_t XmlNames::Look(std::string_view xml) {
         entry.binary.text = binary;
     }
     entries_.push_back(entry);
+    next_.resize(2 * entries_.size(), kNoName);
     index_.Add(hash);
     return static_cast<std::uint32_t>(entries_.size() - 1);
 }
