@@ -322,5 +322,49 @@ TEST(SerzFastPaths, ExpectedNamesAreTakenOnlyWhole) {
     }
 }
 
+// Random trees over a few names, some alike at the start, in the converter's own form:
+// whatever the reader guesses, the binary must give back the very same text.
+TEST(SerzFastPaths, RandomTreesComeBackUnchanged) {
+    const char* names[] = {"a", "ab", "a-b", "b", "Network-cTrackFollower", "Network-cTrackFollowerX", "e"};
+    std::mt19937 random(2024);
+    for (int round = 0; round < 50; ++round) {
+        std::string xml(kHead);
+        std::vector<std::string> open;
+        int id = 1;
+        // An element without children comes back self-closed, so each gets a value first.
+        auto value = [&](const std::string& name, int number) {
+            xml += std::string(open.size() + 1, '\t') + "<" + name + " d:type=\"sInt16\">" + std::to_string(number) +
+                   "</" + name + ">\r\n";
+        };
+        auto close = [&] {
+            xml += std::string(open.size(), '\t') + "</" + open.back() + ">\r\n";
+            open.pop_back();
+        };
+        for (int step = 0; step < 300; ++step) {
+            unsigned choice = random() % 6;
+            std::string name = names[random() % std::size(names)];
+            if (choice == 0 && open.size() < 12) {
+                xml += std::string(open.size() + 1, '\t') + "<" + name + " d:id=\"" + std::to_string(id++) + "\">\r\n";
+                open.push_back(name);
+                value(name, step);
+            } else if (choice == 1 && !open.empty()) {
+                close();
+            } else if (choice == 2) {
+                xml += std::string(open.size() + 1, '\t') + "<" + name + "/>\r\n";
+            } else {
+                value(name, step - 150);
+            }
+        }
+        while (!open.empty()) close();
+        xml += "</cRoot>\r\n";
+        std::string binary, back;
+        auto failure = XmlToBinary(xml, binary);
+        ASSERT_FALSE(failure) << failure->message;
+        failure = BinaryToXml(binary, back);
+        ASSERT_FALSE(failure) << failure->message;
+        ASSERT_EQ(back, xml);
+    }
+}
+
 }  // namespace
 }  // namespace ferrolund::serz
