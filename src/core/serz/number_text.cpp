@@ -162,7 +162,7 @@ bool ParseInteger(std::string_view text, T& value) {
 
 // Up to eight leading decimal digits of the eight characters at `p`: their count, and
 // their value in `value`. The first character is the low byte of a little-endian load.
-int LeadingDigits8(const char* p, std::uint64_t& value) {
+inline int LeadingDigits8(const char* p, std::uint64_t& value) {
     constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
     std::uint64_t chunk;
     std::memcpy(&chunk, p, 8);
@@ -187,7 +187,7 @@ int LeadingDigits8(const char* p, std::uint64_t& value) {
 
 // The run of digits at `p`, before `end`, appended to `digits` (which wraps past twenty
 // digits; the caller refuses so many) and counted in `count`. Gives the end of the run.
-const char* ReadDigits(const char* p, const char* end, std::uint64_t& digits, int& count) {
+inline const char* ReadDigits(const char* p, const char* end, std::uint64_t& digits, int& count) {
     static constexpr std::uint64_t kScale[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
     if constexpr (std::endian::native == std::endian::little) {
         while (end - p >= 8) {
