@@ -8,91 +8,17 @@
 #include <string>
 #include <vector>
 
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
-
 #include "serz/binary_writer.h"
 #include "serz/codec.h"
 #include "serz/number_text.h"
+#include "serz/text_scan.h"
+#include "serz/xml_attributes.h"
 #include "serz/xml_names.h"
 #include "serz/xml_text.h"
 
 namespace ferrolund::serz {
 
 namespace {
-
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
-// The characters that end a name in a tag.
-constexpr std::array<bool, 256> kNameEnds = [] {
-    std::array<bool, 256> ends{};
-    for (unsigned char c : std::string_view(" \t\r\n>/=<")) ends[c] = true;
-    return ends;
-}();
-
-#if defined(__SSE2__) || defined(_M_X64)
-// Bit i set when character i of the chunk is a blank.
-unsigned BlankMask(__m128i chunk) {
-    __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8(' ')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\t'))),
-                               _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('\r')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\n'))));
-    return static_cast<unsigned>(_mm_movemask_epi8(hit));
-}
-
-// Bit i set when character i of the chunk ends a name (see kNameEnds).
-unsigned NameEndMask(__m128i chunk) {
-    __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('>')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('/'))),
-                               _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('=')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('<'))));
-    return BlankMask(chunk) | static_cast<unsigned>(_mm_movemask_epi8(hit));
-}
-#endif
-
-// Where the name starting at `p` ends: at the first character of kNameEnds or the end.
-const char* NameEnd(const char* p, const char* end) {
-#if defined(__SSE2__) || defined(_M_X64)
-    for (; end - p >= 16; p += 16) {  // sixteen characters a step while sixteen remain
-        unsigned mask = NameEndMask(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
-        if (mask != 0) return p + std::countr_zero(mask);
-    }
-#endif
-    while (p < end && !kNameEnds[static_cast<unsigned char>(*p)]) ++p;
-    return p;
-}
-
-// The first character from `p` on that is not a blank, or the end, sixteen characters a
-// step; BlanksEnd below tries the common cases first.
-const char* BlankRunEnd(const char* p, const char* end) {
-#if defined(__SSE2__) || defined(_M_X64)
-    for (; end - p >= 16; p += 16) {
-        unsigned mask = ~BlankMask(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))) & 0xFFFFu;
-        if (mask != 0) return p + std::countr_zero(mask);
-    }
-#endif
-    while (p < end && IsBlank(*p)) ++p;
-    return p;
-}
-
-// The same, quick where there is no blank or one space, as between the parts of a tag.
-inline const char* BlanksEnd(const char* p, const char* end) {
-    if (p == end || !IsBlank(*p)) return p;
-    if (end - p >= 2 && !IsBlank(p[1])) return p + 1;
-    return BlankRunEnd(p, end);
-}
-
-// The first `c` from `p` on, or null.
-const char* FindChar(const char* p, const char* end, char c) {
-#if defined(__SSE2__) || defined(_M_X64)
-    __m128i wanted = _mm_set1_epi8(c);
-    for (; end - p >= 16; p += 16) {
-        auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), wanted)));
-        if (mask != 0) return p + std::countr_zero(mask);
-    }
-#endif
-    for (; p < end; ++p) {
-        if (*p == c) return p;
-    }
-    return nullptr;
-}
 
 // The nearest float. Past the largest float a value rounds to it or, from the midpoint
 // to the next power of two on, to infinity (a plain conversion is undefined there).
@@ -103,73 +29,6 @@ float ToFloat(double value) {
     if (!(magnitude > kMax) || std::isinf(value)) return static_cast<float>(value);
     float rounded = magnitude < kMidpoint ? std::numeric_limits<float>::max() : std::numeric_limits<float>::infinity();
     return std::signbit(value) ? -rounded : rounded;
-}
-
-// Whether `text` is the literal `word`; the comparison has a fixed length, so it is
-// compiled inline.
-template <std::size_t N>
-bool Is(std::string_view text, const char (&word)[N]) {
-    return text.size() == N - 1 && std::memcmp(text.data(), word, N - 1) == 0;
-}
-
-// The attributes of a start tag that the codec reads; others are passed over.
-struct Attributes {
-    std::string_view id, type, numElements, elementType, size;
-    bool hasId = false, hasType = false, hasNumElements = false, hasElementType = false, hasSize = false;
-};
-
-enum class Field : std::uint8_t { Type, Id, NumElements, ElementType, Size, Other };
-
-Field FieldOf(std::string_view key) {
-    if (key.size() < 4 || key[0] != 'd' || key[1] != ':') return Field::Other;
-    if (Is(key, "d:type")) return Field::Type;
-    if (Is(key, "d:id")) return Field::Id;
-    if (Is(key, "d:numElements")) return Field::NumElements;
-    if (Is(key, "d:elementType")) return Field::ElementType;
-    if (Is(key, "d:size")) return Field::Size;
-    return Field::Other;
-}
-
-void Set(Attributes& a, Field field, std::string_view value) {
-    switch (field) {
-        case Field::Type: a.type = value, a.hasType = true; break;
-        case Field::Id: a.id = value, a.hasId = true; break;
-        case Field::NumElements: a.numElements = value, a.hasNumElements = true; break;
-        case Field::ElementType: a.elementType = value, a.hasElementType = true; break;
-        case Field::Size: a.size = value, a.hasSize = true; break;
-        case Field::Other: break;
-    }
-}
-
-// An attribute as the converter writes it, from its name to the opening quote, padded so
-// that sixteen bytes of it can be read at once.
-struct WrittenAttribute {
-    char text[16];
-    std::size_t length;
-    Field field;
-};
-constexpr WrittenAttribute kWrittenAttributes[] = {
-    {"d:type=\"", 8, Field::Type},
-    {"d:id=\"", 6, Field::Id},
-    {"d:numElements=\"", 15, Field::NumElements},
-    {"d:elementType=\"", 15, Field::ElementType},
-    {"d:size=\"", 8, Field::Size},
-    {{'d', ':', 'a', 'l', 't', '_', 'e', 'n', 'c', 'o', 'd', 'i', 'n', 'g', '=', '"'}, 16, Field::Other},
-    {"d:precision=\"", 13, Field::Other},
-};
-
-// The one of kWrittenAttributes that "d:" and `letter` may begin, or null.
-const WrittenAttribute* WrittenAttributeFor(char letter) {
-    switch (letter) {
-        case 't': return &kWrittenAttributes[0];
-        case 'i': return &kWrittenAttributes[1];
-        case 'n': return &kWrittenAttributes[2];
-        case 'e': return &kWrittenAttributes[3];
-        case 's': return &kWrittenAttributes[4];
-        case 'a': return &kWrittenAttributes[5];
-        case 'p': return &kWrittenAttributes[6];
-        default: return nullptr;
-    }
 }
 
 class XmlReader {
@@ -268,7 +127,7 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
             selfClosing = true;
             return Match(">") || Fail(p_, "'/' in a tag is not followed by '>'");
         }
-        Field field = Field::Other;
+        AttributeField field = AttributeField::Other;
         char quote = '"';
         const WrittenAttribute* written = end_ - p_ >= 16 && p_[0] == 'd' && p_[1] == ':' ? WrittenAttributeFor(p_[2]) : nullptr;
         if (written != nullptr && SameShortBytes(p_, written->text, written->length)) {
@@ -288,7 +147,7 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
         const char* stop = FindChar(p_, end_, quote);
         if (stop == nullptr) return Fail(start, "an attribute value is never closed");
         p_ = stop + 1;
-        Set(a, field, {start, static_cast<std::size_t>(stop - start)});
+        SetAttribute(a, field, {start, static_cast<std::size_t>(stop - start)});
     }
 }
 

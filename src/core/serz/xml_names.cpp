@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "serz/text_scan.h"
+
 namespace ferrolund::serz {
 
 std::uint32_t XmlNames::Find(std::string_view xml, std::uint32_t place) {

@@ -5,38 +5,15 @@
 // same place (after the start tag of one name, or after the end tag of one) is tried first.
 
 #include <cstdint>
-#include <cstring>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
-
 #include "serz/binary_writer.h"
 #include "serz/text_index.h"
 
 namespace ferrolund::serz {
-
-// Whether the `n` bytes at `a` and at `b` are the same, `n` at most 16, where sixteen
-// bytes may be read at each.
-inline bool SameShortBytes(const char* a, const char* b, std::size_t n) {
-#if defined(__SSE2__) || defined(_M_X64)
-    __m128i equal = _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(a)),
-                                   _mm_loadu_si128(reinterpret_cast<const __m128i*>(b)));
-    return (~static_cast<unsigned>(_mm_movemask_epi8(equal)) & ((1u << n) - 1)) == 0;
-#else
-    return std::memcmp(a, b, n) == 0;
-#endif
-}
-
-// Whether the `n` bytes at `a` and at `b` are the same; both may be read up to `limit`.
-inline bool SameBytes(const char* a, const char* b, std::size_t n, const char* limit) {
-    if (n <= 16 && limit - a >= 16 && limit - b >= 16) return SameShortBytes(a, b, n);
-    return n == 0 || std::memcmp(a, b, n) == 0;
-}
 
 class XmlNames {
 public:

@@ -17,6 +17,7 @@
 #include "serz/codec.h"
 #include "serz/format.h"
 #include "serz/number_text.h"
+#include "serz/text_scan.h"
 #include "serz/xml_names.h"
 
 namespace ferrolund::serz {
