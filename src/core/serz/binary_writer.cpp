@@ -33,7 +33,8 @@ void BinaryWriter::Put32(std::uint32_t value) {
 int BinaryWriter::FindString(std::string_view text, std::uint64_t hash) const {
     return index_.Find(hash, [&](int i) {
         const Span& span = strings_[static_cast<std::size_t>(i)];
-        return span.length == text.size() && (text.empty() || std::memcmp(stringBytes_.data() + span.offset, text.data(), text.size()) == 0);
+        return span.length == text.size() &&
+               (text.empty() || std::memcmp(stringBytes_.data() + span.offset, text.data(), text.size()) == 0);
     });
 }
 

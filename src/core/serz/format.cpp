@@ -32,7 +32,10 @@ ValueType TypeFromName(std::string_view name) {
         case 4: guess = ValueType::Bool; break;
         case 5: guess = ValueType::Int8; break;
         case 6:
-            guess = name[1] == 'U' ? ValueType::UInt8 : name[4] == '1' ? ValueType::Int16 : name[4] == '3' ? ValueType::Int32 : ValueType::Int64;
+            guess = name[1] == 'U'   ? ValueType::UInt8
+                    : name[4] == '1' ? ValueType::Int16
+                    : name[4] == '3' ? ValueType::Int32
+                                     : ValueType::Int64;
             break;
         case 7:
             guess = name[5] == '1' ? ValueType::UInt16 : name[5] == '3' ? ValueType::UInt32 : ValueType::UInt64;

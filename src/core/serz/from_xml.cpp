@@ -197,8 +197,8 @@ void StoreFloat(double value, ValueType type, unsigned char* bytes) {
 // How far the text of `content` may be read past its end: to the end of the XML when it
 // lies there, else (entities resolved into a copy) only to its own end.
 const char* XmlReader::ReadableEnd(std::string_view content) const {
-    bool inPlace = !content.empty() && content.data() >= text_.data() && content.data() <= end_;
-    return inPlace ? end_ : content.data() + content.size();
+    bool copied = content.data() == unescaped_.data();
+    return copied || content.empty() ? content.data() + content.size() : end_;
 }
 
 // `readable` is how far the text may be read past its end (a blank or '<' stops a number).

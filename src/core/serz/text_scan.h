@@ -76,7 +76,8 @@ inline const char* FindChar(const char* p, const char* end, char c) {
 #if defined(__SSE2__) || defined(_M_X64)
     __m128i wanted = _mm_set1_epi8(c);
     for (; end - p >= 16; p += 16) {
-        auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), wanted)));
+        __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(chunk, wanted)));
         if (mask != 0) return p + std::countr_zero(mask);
     }
 #endif
