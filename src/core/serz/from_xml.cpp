@@ -339,6 +339,10 @@ bool XmlReader::Element() {
     if (open_.empty()) {
         if (rootSeen_) return Fail(at, "a second element follows the root element");
         rootSeen_ = true;
+        // A binary file starts with an element that opens; a value there could not be read.
+        if (a.hasType || a.hasNumElements || a.hasElementType || name == "d:nil" || name == "d:blob") {
+            return Fail(at, "the root element holds a value, not elements");
+        }
     }
     if (number == XmlNames::kNoName) {  // d:nil and d:blob are never in the table
         if (name == "d:nil") {
