@@ -33,7 +33,8 @@ void BinaryWriter::Put32(std::uint32_t value) {
 int BinaryWriter::FindString(std::string_view text, std::uint64_t hash) const {
     return index_.Find(hash, [&](int i) {
         const Span& span = strings_[static_cast<std::size_t>(i)];
-        return span.length == text.size() && (text.empty() || std::memcmp(out_.At(span.offset), text.data(), text.size()) == 0);
+        return span.length == text.size() &&
+               (text.empty() || std::memcmp(stringBytes_.data() + span.offset, text.data(), text.size()) == 0);
     });
 }
 
@@ -51,7 +52,8 @@ bool BinaryWriter::WriteString(std::string_view text, int& index) {
     if (strings_.size() >= kNewString) return Fail("more than 65535 different strings");
     Put16(kNewString);
     Put32(static_cast<std::uint32_t>(characters));
-    strings_.push_back({out_.size(), text.size()});
+    strings_.push_back({stringBytes_.size(), text.size()});
+    stringBytes_.append(text);
     index_.Add(hash);
     out_.Append(text);
     index = static_cast<int>(strings_.size() - 1);

@@ -73,7 +73,9 @@ private:
 
     OutputBuffer out_;
     std::string failure_;
-    // The string table: where each string's bytes lie in the output, and an index over them.
+    // The string table: each string's bytes, one after another in a compact area that
+    // look-ups compare against (the copies in the output lie far apart), and an index.
+    std::string stringBytes_;
     std::vector<Span> strings_;
     TextIndex index_;
     // The string index of each value type's name, once it is in the table.

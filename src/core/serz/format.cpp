@@ -25,12 +25,26 @@ bool KindHasName(Kind kind) {
 bool KindHasType(Kind kind) { return kind == Kind::Value || kind == Kind::Array; }
 
 ValueType TypeFromName(std::string_view name) {
-    for (std::size_t i = 0; i < detail::kTypes.size(); ++i) {
-        std::string_view known = detail::kTypes[i].name;
-        // Lengths and last letters first: most names differ there, and cheaply.
-        if (known.size() == name.size() && known.back() == name.back() && known == name) return static_cast<ValueType>(i);
+    // By length, then by the letters that tell the names of that length apart; the whole
+    // name is compared last.
+    ValueType guess = ValueType::Unknown;
+    switch (name.size()) {
+        case 4: guess = ValueType::Bool; break;
+        case 5: guess = ValueType::Int8; break;
+        case 6:
+            guess = name[1] == 'U'   ? ValueType::UInt8
+                    : name[4] == '1' ? ValueType::Int16
+                    : name[4] == '3' ? ValueType::Int32
+                                     : ValueType::Int64;
+            break;
+        case 7:
+            guess = name[5] == '1' ? ValueType::UInt16 : name[5] == '3' ? ValueType::UInt32 : ValueType::UInt64;
+            break;
+        case 8: guess = name[6] == '3' ? ValueType::Float32 : ValueType::Float64; break;
+        case 12: guess = ValueType::String; break;
+        default: return ValueType::Unknown;
     }
-    return ValueType::Unknown;
+    return TypeName(guess) == name ? guess : ValueType::Unknown;
 }
 
 }  // namespace ferrolund::serz

@@ -8,68 +8,17 @@
 #include <string>
 #include <vector>
 
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
-
 #include "serz/binary_writer.h"
 #include "serz/codec.h"
 #include "serz/number_text.h"
+#include "serz/text_scan.h"
+#include "serz/xml_attributes.h"
 #include "serz/xml_names.h"
 #include "serz/xml_text.h"
 
 namespace ferrolund::serz {
 
 namespace {
-
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
-// The characters that end a name in a tag.
-constexpr std::array<bool, 256> kNameEnds = [] {
-    std::array<bool, 256> ends{};
-    for (unsigned char c : std::string_view(" \t\r\n>/=<")) ends[c] = true;
-    return ends;
-}();
-
-#if defined(__SSE2__) || defined(_M_X64)
-// Bit i set when character i of the chunk is a blank.
-unsigned BlankMask(__m128i chunk) {
-    __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8(' ')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\t'))),
-                               _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('\r')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\n'))));
-    return static_cast<unsigned>(_mm_movemask_epi8(hit));
-}
-
-// Bit i set when character i of the chunk ends a name (see kNameEnds).
-unsigned NameEndMask(__m128i chunk) {
-    __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('>')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('/'))),
-                               _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('=')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('<'))));
-    return BlankMask(chunk) | static_cast<unsigned>(_mm_movemask_epi8(hit));
-}
-#endif
-
-// Where the name starting at `p` ends: at the first character of kNameEnds or the end.
-const char* NameEnd(const char* p, const char* end) {
-#if defined(__SSE2__) || defined(_M_X64)
-    for (; end - p >= 16; p += 16) {  // sixteen characters a step while sixteen remain
-        unsigned mask = NameEndMask(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
-        if (mask != 0) return p + std::countr_zero(mask);
-    }
-#endif
-    while (p < end && !kNameEnds[static_cast<unsigned char>(*p)]) ++p;
-    return p;
-}
-
-// The first character from `p` on that is not a blank, or the end.
-const char* BlanksEnd(const char* p, const char* end) {
-#if defined(__SSE2__) || defined(_M_X64)
-    for (; end - p >= 16; p += 16) {
-        unsigned mask = ~BlankMask(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))) & 0xFFFFu;
-        if (mask != 0) return p + std::countr_zero(mask);
-    }
-#endif
-    while (p < end && IsBlank(*p)) ++p;
-    return p;
-}
 
 // The nearest float. Past the largest float a value rounds to it or, from the midpoint
 // to the next power of two on, to infinity (a plain conversion is undefined there).
@@ -82,41 +31,30 @@ float ToFloat(double value) {
     return std::signbit(value) ? -rounded : rounded;
 }
 
-// Whether `text` is the literal `word`; the comparison has a fixed length, so it is
-// compiled inline.
-template <std::size_t N>
-bool Is(std::string_view text, const char (&word)[N]) {
-    return text.size() == N - 1 && std::memcmp(text.data(), word, N - 1) == 0;
-}
-
-// The attributes of a start tag that the codec reads; others are passed over.
-struct Attributes {
-    std::string_view id, type, numElements, elementType, size;
-    bool hasId = false, hasType = false, hasNumElements = false, hasElementType = false, hasSize = false;
-};
-
 class XmlReader {
 public:
     XmlReader(std::string_view xml, BinaryWriter& writer)
-        : text_(xml), p_(xml.data()), end_(xml.data() + xml.size()), writer_(writer) {}
+        : text_(xml), p_(xml.data()), end_(xml.data() + xml.size()), writer_(writer), names_(xml) {}
 
     CodecStatus Run();
 
 private:
     bool Fail(const char* at, std::string_view reason);
     bool Match(std::string_view what);
-    void SkipBlanks();
+    void SkipBlanks() { p_ = BlanksEnd(p_, end_); }
     bool SkipMarkup();
     bool ReadName(std::string_view& name);
     bool ReadAttributes(Attributes& attributes, bool& selfClosing);
     bool ReadEndTag(std::string_view name);
     bool ReadContent(std::string_view name, bool selfClosing, std::string_view& content);
+    std::uint32_t ExpectedName();
     bool Element();
     bool EndTag();
     bool Value(std::uint32_t name, const Attributes& attributes, bool selfClosing, const char* at);
     bool Array(std::uint32_t name, const Attributes& attributes, bool selfClosing, const char* at);
     bool Blob(const Attributes& attributes, bool selfClosing, const char* at);
-    bool Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at);
+    bool Scalar(std::string_view text, const char* readable, ValueType type, unsigned char* bytes, const char* at);
+    const char* ReadableEnd(std::string_view content) const;
     bool Written(bool ok, const char* at);
 
     std::string_view text_;
@@ -124,10 +62,11 @@ private:
     const char* end_;
     BinaryWriter& writer_;
     XmlNames names_;
+    std::uint32_t place_ = XmlNames::kNoName;  // after which tag the reader stands (XmlNames::After)
     std::vector<std::uint32_t> open_;  // names of the open elements, innermost last
     bool rootSeen_ = false;
     std::string unescaped_;
-    std::vector<unsigned char> elements_;
+    std::array<unsigned char, 255 * 8> elements_;  // the most an array holds
     CodecStatus failure_;
 };
 
@@ -146,8 +85,6 @@ bool XmlReader::Match(std::string_view what) {
     p_ += what.size();
     return true;
 }
-
-void XmlReader::SkipBlanks() { p_ = BlanksEnd(p_, end_); }
 
 // Passes over blanks, comments and processing instructions; false on one left open.
 bool XmlReader::SkipMarkup() {
@@ -190,37 +127,34 @@ bool XmlReader::ReadAttributes(Attributes& a, bool& selfClosing) {
             selfClosing = true;
             return Match(">") || Fail(p_, "'/' in a tag is not followed by '>'");
         }
-        std::string_view key;
-        if (!ReadName(key)) return false;
-        SkipBlanks();
-        if (!Match("=")) return Fail(p_, "attribute '" + std::string(key) + "' has no value");
-        SkipBlanks();
-        if (p_ == end_ || (*p_ != '"' && *p_ != '\'')) return Fail(p_, "an attribute value is not in quotes");
-        char quote = *p_++;
-        const char* start = p_;
-        const char* stop = static_cast<const char*>(std::memchr(p_, quote, static_cast<std::size_t>(end_ - p_)));
-        if (stop == nullptr) return Fail(start, "an attribute value is never closed");
-        std::string_view value(start, static_cast<std::size_t>(stop - start));
-        p_ = stop + 1;
-        if (key.size() < 4 || key[0] != 'd' || key[1] != ':') continue;  // not one the codec reads
-        if (Is(key, "d:type")) {
-            a.type = value, a.hasType = true;
-        } else if (Is(key, "d:id")) {
-            a.id = value, a.hasId = true;
-        } else if (Is(key, "d:numElements")) {
-            a.numElements = value, a.hasNumElements = true;
-        } else if (Is(key, "d:elementType")) {
-            a.elementType = value, a.hasElementType = true;
-        } else if (Is(key, "d:size")) {
-            a.size = value, a.hasSize = true;
+        AttributeField field = AttributeField::Other;
+        char quote = '"';
+        const WrittenAttribute* written = end_ - p_ >= 16 && p_[0] == 'd' && p_[1] == ':' ? WrittenAttributeFor(p_[2]) : nullptr;
+        if (written != nullptr && SameShortBytes(p_, written->text, written->length)) {
+            p_ += written->length;  // as the converter writes it, up to the opening quote
+            field = written->field;
+        } else {
+            std::string_view key;
+            if (!ReadName(key)) return false;
+            SkipBlanks();
+            if (!Match("=")) return Fail(p_, "attribute '" + std::string(key) + "' has no value");
+            SkipBlanks();
+            if (p_ == end_ || (*p_ != '"' && *p_ != '\'')) return Fail(p_, "an attribute value is not in quotes");
+            quote = *p_++;
+            field = FieldOf(key);
         }
+        const char* start = p_;
+        const char* stop = FindChar(p_, end_, quote);
+        if (stop == nullptr) return Fail(start, "an attribute value is never closed");
+        p_ = stop + 1;
+        SetAttribute(a, field, {start, static_cast<std::size_t>(stop - start)});
     }
 }
 
 bool XmlReader::ReadEndTag(std::string_view name) {
     std::size_t length = name.size() + 3;  // "</name>", as written in the common case
     if (static_cast<std::size_t>(end_ - p_) >= length && p_[0] == '<' && p_[1] == '/' && p_[length - 1] == '>' &&
-        std::memcmp(p_ + 2, name.data(), name.size()) == 0) {
+        SameBytes(p_ + 2, name.data(), name.size(), end_)) {
         p_ += length;
         return true;
     }
@@ -238,11 +172,11 @@ bool XmlReader::ReadContent(std::string_view name, bool selfClosing, std::string
     content = {};
     if (selfClosing) return true;
     const char* start = p_;
-    const char* stop = static_cast<const char*>(std::memchr(p_, '<', static_cast<std::size_t>(end_ - p_)));
+    const char* stop = FindChar(p_, end_, '<');
     if (stop == nullptr) return Fail(start, "the text ends inside <" + std::string(name) + ">");
     content = {start, static_cast<std::size_t>(stop - start)};
     p_ = stop;
-    if (std::memchr(content.data(), '&', content.size()) != nullptr) {
+    if (FindChar(start, stop, '&') != nullptr) {
         std::size_t bad = 0;
         if (!Unescape(content, unescaped_, bad)) return Fail(start + bad, "an unknown or broken entity");
         content = unescaped_;
@@ -250,17 +184,31 @@ bool XmlReader::ReadContent(std::string_view name, bool selfClosing, std::string
     return ReadEndTag(name);
 }
 
-bool XmlReader::Scalar(std::string_view text, ValueType type, unsigned char* bytes, const char* at) {
+// A float or double in file order.
+void StoreFloat(double value, ValueType type, unsigned char* bytes) {
+    if (type == ValueType::Float64) {
+        std::memcpy(bytes, &value, 8);
+        return;
+    }
+    float single = ToFloat(value);
+    std::memcpy(bytes, &single, 4);
+}
+
+// How far the text of `content` may be read past its end: to the end of the XML when it
+// lies there, else (entities resolved into a copy) only to its own end.
+const char* XmlReader::ReadableEnd(std::string_view content) const {
+    bool copied = content.data() == unescaped_.data();
+    return copied || content.empty() ? content.data() + content.size() : end_;
+}
+
+// `readable` is how far the text may be read past its end (a blank or '<' stops a number).
+bool XmlReader::Scalar(std::string_view text, const char* readable, ValueType type, unsigned char* bytes, const char* at) {
     auto bad = [&] { return Fail(at, "'" + std::string(text) + "' is not a value of type " + std::string(TypeName(type))); };
     if (IsFloat(type)) {
         double value = 0;
-        if (!ParseDouble(text, value)) return bad();
-        if (type == ValueType::Float64) {
-            std::memcpy(bytes, &value, 8);
-            return true;
-        }
-        float single = ToFloat(value);
-        std::memcpy(bytes, &single, 4);
+        const char* end = text.data() + text.size();
+        if (ReadPlainDecimal(text.data(), readable, value) != end && !ParseDouble(text, value)) return bad();
+        StoreFloat(value, type, bytes);
         return true;
     }
     std::size_t size = TypeSize(type);
@@ -304,7 +252,7 @@ bool XmlReader::Value(std::uint32_t name, const Attributes& a, bool selfClosing,
     if (type == ValueType::Unknown) return Fail(at, "unknown type '" + std::string(a.type) + "'");
     if (type == ValueType::String) return Written(writer_.StringValue(binaryName, content), at);
     unsigned char bytes[8];
-    return Scalar(content, type, bytes, at) && Written(writer_.Value(binaryName, type, bytes), at);
+    return Scalar(content, ReadableEnd(content), type, bytes, at) && Written(writer_.Value(binaryName, type, bytes), at);
 }
 
 bool XmlReader::Array(std::uint32_t nameNumber, const Attributes& a, bool selfClosing, const char* at) {
@@ -320,17 +268,25 @@ bool XmlReader::Array(std::uint32_t nameNumber, const Attributes& a, bool selfCl
     std::string_view content;
     if (!ReadContent(name, selfClosing, content)) return false;
     std::size_t size = TypeSize(type);
-    elements_.clear();
+    const char* p = content.data();
+    const char* stop = p + content.size();
+    const char* readable = ReadableEnd(content);
     std::size_t count = 0;
-    std::size_t i = 0;
-    while (true) {
-        while (i < content.size() && IsBlank(content[i])) ++i;
-        if (i == content.size()) break;
-        std::size_t start = i;
-        while (i < content.size() && !IsBlank(content[i])) ++i;
-        if (++count > declared) return Fail(at, "<" + std::string(name) + "> holds more elements than d:numElements");
-        elements_.resize(count * size);
-        if (!Scalar(content.substr(start, i - start), type, &elements_[(count - 1) * size], at)) return false;
+    for (;; ++count) {
+        while (p < stop && IsBlank(*p)) ++p;
+        if (p == stop) break;
+        if (count == declared) return Fail(at, "<" + std::string(name) + "> holds more elements than d:numElements");
+        unsigned char* bytes = &elements_[count * size];
+        double value = 0;
+        const char* next = IsFloat(type) ? ReadPlainDecimal(p, readable, value) : nullptr;
+        if (next != nullptr && (next == stop || IsBlank(*next))) {
+            StoreFloat(value, type, bytes);  // the common form, read and delimited at once
+            p = next;
+            continue;
+        }
+        const char* start = p;
+        while (p < stop && !IsBlank(*p)) ++p;
+        if (!Scalar({start, static_cast<std::size_t>(p - start)}, p, type, bytes, at)) return false;
     }
     if (count != declared) return Fail(at, "<" + std::string(name) + "> holds fewer elements than d:numElements");
     return Written(writer_.Array(names_.Binary(nameNumber), type, static_cast<std::uint8_t>(count), elements_.data()), at);
@@ -354,23 +310,49 @@ bool XmlReader::Blob(const Attributes& a, bool selfClosing, const char* at) {
     return true;
 }
 
+// The name that came next at this place last time, passed over when the tag at hand has
+// it; else kNoName and nothing is passed over.
+std::uint32_t XmlReader::ExpectedName() {
+    std::uint32_t guess = names_.Following(place_);
+    if (guess == XmlNames::kNoName) return guess;
+    std::string_view name = names_.Xml(guess);
+    if (static_cast<std::size_t>(end_ - p_) <= name.size() || !kNameEnds[static_cast<unsigned char>(p_[name.size()])] ||
+        !SameBytes(p_, name.data(), name.size(), end_)) {
+        return XmlNames::kNoName;
+    }
+    p_ += name.size();
+    return guess;
+}
+
 bool XmlReader::Element() {
     const char* at = p_++;
     std::string_view name;
-    if (!ReadName(name)) return false;
+    std::uint32_t number = ExpectedName();
+    if (number != XmlNames::kNoName) {
+        name = names_.Xml(number);
+    } else if (!ReadName(name)) {
+        return false;
+    }
     Attributes a;
     bool selfClosing = false;
     if (!ReadAttributes(a, selfClosing)) return false;
     if (open_.empty()) {
         if (rootSeen_) return Fail(at, "a second element follows the root element");
         rootSeen_ = true;
+        // A binary file starts with an element that opens; a value there could not be read.
+        if (a.hasType || a.hasNumElements || a.hasElementType || name == "d:nil" || name == "d:blob") {
+            return Fail(at, "the root element holds a value, not elements");
+        }
     }
-    if (name == "d:nil") {
-        if (!selfClosing && !ReadEndTag(name)) return false;
-        return Written(writer_.Nil(), at);
+    if (number == XmlNames::kNoName) {  // d:nil and d:blob are never in the table
+        if (name == "d:nil") {
+            if (!selfClosing && !ReadEndTag(name)) return false;
+            return Written(writer_.Nil(), at);
+        }
+        if (name == "d:blob") return Blob(a, selfClosing, at);
+        number = names_.Find(name, place_);
     }
-    if (name == "d:blob") return Blob(a, selfClosing, at);
-    std::uint32_t number = names_.Find(name);
+    place_ = XmlNames::After(number, false);
     if (a.hasType) return Value(number, a, selfClosing, at);
     if (a.hasNumElements || a.hasElementType) return Array(number, a, selfClosing, at);
     std::uint32_t id = 0;
@@ -388,6 +370,7 @@ bool XmlReader::EndTag() {
     std::uint32_t name = open_.back();
     if (!ReadEndTag(names_.Xml(name))) return false;
     open_.pop_back();
+    place_ = XmlNames::After(name, true);
     return Written(writer_.Close(names_.Binary(name)), at);
 }
 

@@ -152,37 +152,81 @@ std::string_view NumberPart(std::string_view text) {
 
 template <typename T>
 bool ParseInteger(std::string_view text, T& value) {
+    // The bare number, the common case, needs no trimming: NumberPart would leave it as it is.
+    auto bare = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (bare.ec == std::errc{} && bare.ptr == text.data() + text.size()) return true;
     text = NumberPart(text);
     auto r = std::from_chars(text.data(), text.data() + text.size(), value);
     return !text.empty() && r.ec == std::errc{} && r.ptr == text.data() + text.size();
 }
 
-// The plain form "[-]digits[.digits]" with at most fifteen digits in all: the digits
-// make an integer below 2^53 and the places a power of ten below 10^22, both exact as
-// doubles, so one division rounds correctly, as the general reading does.
-bool ParsePlainDecimal(std::string_view text, double& value) {
+// Up to eight leading decimal digits of the eight characters at `p`: their count, and
+// their value in `value`. The first character is the low byte of a little-endian load.
+inline int LeadingDigits8(const char* p, std::uint64_t& value) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+    std::uint64_t chunk;
+    std::memcpy(&chunk, p, 8);
+    // A byte is a digit when its high half is 3 and adding 6 keeps it so. A carry out of a
+    // byte can only spoil the bytes after the first one that is not a digit.
+    std::uint64_t notDigit = ((chunk & (0xF0 * kOnes)) ^ (0x30 * kOnes)) |
+                             (((chunk + 0x06 * kOnes) & (0xF0 * kOnes)) ^ (0x30 * kOnes));
+    int count = notDigit == 0 ? 8 : std::countr_zero(notDigit) / 8;
+    if (count == 0) {
+        value = 0;
+        return 0;
+    }
+    // The digits moved to the top, zeros (leading zero digits) below them, then folded
+    // pairwise: two digits per byte pair, four per half word, eight in all.
+    std::uint64_t d = (chunk - 0x30 * kOnes) << (8 * (8 - count));
+    d = (d * 10 + (d >> 8)) & 0x00FF00FF00FF00FFULL;
+    d = (d * 100 + (d >> 16)) & 0x0000FFFF0000FFFFULL;
+    d = (d * 10000 + (d >> 32)) & 0xFFFFFFFFULL;
+    value = d;
+    return count;
+}
+
+// The run of digits at `p`, before `end`, appended to `digits` (which wraps past twenty
+// digits; the caller refuses so many) and counted in `count`. Gives the end of the run.
+inline const char* ReadDigits(const char* p, const char* end, std::uint64_t& digits, int& count) {
+    static constexpr std::uint64_t kScale[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+    if constexpr (std::endian::native == std::endian::little) {
+        while (end - p >= 8) {
+            std::uint64_t chunk = 0;
+            int n = LeadingDigits8(p, chunk);
+            digits = digits * kScale[n] + chunk;
+            count += n;
+            p += n;
+            if (n < 8) return p;
+        }
+    }
+    for (; p < end && *p >= '0' && *p <= '9'; ++p, ++count) digits = digits * 10 + static_cast<unsigned>(*p - '0');
+    return p;
+}
+
+}  // namespace
+
+const char* ReadPlainDecimal(const char* p, const char* end, double& value) {
     static constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    const char* p = text.data();
-    const char* end = p + text.size();
-    bool negative = *p == '-';
+    bool negative = p < end && *p == '-';
     p += negative;
     std::uint64_t digits = 0;
     int count = 0;
+    const char* stop = ReadDigits(p, end, digits, count);
+    if (stop == p) return nullptr;
     int places = 0;
-    const char* wholeStart = p;
-    for (; p < end && *p >= '0' && *p <= '9'; ++p, ++count) digits = digits * 10 + static_cast<unsigned>(*p - '0');
-    if (p == wholeStart) return false;
-    if (p < end && *p == '.') {
-        const char* fractionStart = ++p;
-        for (; p < end && *p >= '0' && *p <= '9'; ++p, ++count) digits = digits * 10 + static_cast<unsigned>(*p - '0');
-        places = static_cast<int>(p - fractionStart);
-        if (places == 0) return false;
+    if (stop < end && *stop == '.') {
+        const char* fraction = stop + 1;
+        stop = ReadDigits(fraction, end, digits, count);
+        places = static_cast<int>(stop - fraction);
+        if (places == 0) return nullptr;
     }
-    if (p != end || count > 15) return false;
+    if (count > 15) return nullptr;
     double magnitude = static_cast<double>(digits) / kPowers[places];
     value = negative ? -magnitude : magnitude;
-    return true;
+    return stop;
 }
+
+namespace {
 
 bool ParseNonFinite(std::string_view text, double& value) {
     bool negative = !text.empty() && text.front() == '-';
@@ -379,8 +423,8 @@ char* WriteSigned(char* out, std::int64_t value) {
 bool ParseDouble(std::string_view text, double& value) {
     text = NumberPart(text);
     if (text.empty()) return false;
-    if (ParsePlainDecimal(text, value)) return true;
     const char* end = text.data() + text.size();
+    if (ReadPlainDecimal(text.data(), end, value) == end) return true;
     auto r = std::from_chars(text.data(), end, value);
     if (r.ptr != end) return ParseNonFinite(text, value);
     if (r.ec == std::errc::result_out_of_range) {

@@ -29,6 +29,11 @@ char* WriteSigned(char* out, std::int64_t value);
 // Reading back: the whole text must be the number, blanks around it aside. The forms the
 // printer gives for infinities and not-a-number values ("1.#INF", "-1.#IND") are accepted.
 bool ParseDouble(std::string_view text, double& value);
+// The plain form "[-]digits[.digits]" with at most fifteen digits in all, starting at `p`
+// and read no further than `end`: the digits make an integer below 2^53 and the places a
+// power of ten below 10^22, both exact as doubles, so one division rounds as ParseDouble
+// does. Gives where the number stops (whatever follows it), or null for any other form.
+const char* ReadPlainDecimal(const char* p, const char* end, double& value);
 bool ParseUnsigned(std::string_view text, std::uint64_t& value);
 bool ParseSigned(std::string_view text, std::int64_t& value);
 

@@ -82,6 +82,29 @@ TEST(SerzBrokenInput, XmlFailuresNameTheLineAndTheReason) {
     ExpectFailures(cases, [](const std::string& in, std::string& out) { return XmlToBinary(in, out); });
 }
 
+// A binary file starts with an element that opens, so a root holding a value is refused
+// where it stands instead of giving a file that cannot be read back.
+TEST(SerzBrokenInput, RootThatHoldsAValueIsRefused) {
+    const char* roots[] = {
+        "<d:nil/>",
+        "\r\n<d:nil></d:nil>",
+        "<V d:type=\"sInt32\">1</V>",
+        "<A d:numElements=\"1\" d:elementType=\"sInt8\">1</A>",
+        "<!-- x -->\n<d:blob d:size=\"1\">00</d:blob>",
+    };
+    for (const char* root : roots) {
+        std::string binary = "stale";
+        CodecStatus status = XmlToBinary(root, binary);
+        ASSERT_TRUE(status) << root;
+        std::string line = std::string_view(root).find('\n') == std::string_view::npos ? "line 1: " : "line 2: ";
+        EXPECT_EQ(status->message, line + "the root element holds a value, not elements") << root;
+        EXPECT_TRUE(binary.empty());
+    }
+    std::string binary, xml;
+    ASSERT_FALSE(XmlToBinary("<r/>", binary));
+    EXPECT_FALSE(BinaryToXml(binary, xml));
+}
+
 // A small file written by the codec, cut at every length, fails cleanly each time.
 TEST(SerzBrokenInput, EveryTruncationFailsCleanly) {
     const std::string xml =
