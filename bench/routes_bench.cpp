@@ -72,6 +72,16 @@ std::string MakerPath() {
     return (fs::read_symlink("/proc/self/exe").parent_path() / "ferrolund-cli").string();
 }
 
+// The context of a run: the program's folder below `root`, the game at `game`.
+ferrolund::app::AppContext BenchContext(const fs::path& root, const fs::path& game, QuietUi& ui) {
+    ferrolund::app::AppContext ctx;
+    ctx.appRoot = (root / "app").string();
+    fs::create_directories(root / "app");
+    ctx.prefs.gameRoot = game.string();
+    ctx.ui = &ui;
+    return ctx;
+}
+
 constexpr const char* kValley = "3f6a2c1e-7b4d-4e8a-9c21-5d0e8b7a4f10";
 
 bool MakeSample(const fs::path& folder, int tiles, int assets, int tileEntities = -1) {
@@ -102,11 +112,7 @@ void RealisticTiles(const fs::path& root) {
     }
     std::printf("%zu tiles of %.1f KB on average\n", files, files ? bytes / 1024.0 / files : 0.0);
     QuietUi ui;
-    ferrolund::app::AppContext ctx;
-    ctx.appRoot = (root / "app").string();
-    fs::create_directories(root / "app");
-    ctx.prefs.gameRoot = game.string();
-    ctx.ui = &ui;
+    ferrolund::app::AppContext ctx = BenchContext(root, game, ui);
     const ferrolund::routes::TileFolder folder{scenery.string(), "(Scenery Item)", "Scenery\\", "Scenery "};
 
     // Processor time is given beside the clock's: on a machine shared with other work the
@@ -146,11 +152,7 @@ void Run(const fs::path& root, int tiles, int assets, bool textures) {
     const fs::path game = root / ("g" + std::to_string(tiles));
     if (!MakeSample(game, tiles, assets)) return;
     QuietUi ui;
-    ferrolund::app::AppContext ctx;
-    ctx.appRoot = (root / "app").string();
-    fs::create_directories(root / "app");
-    ctx.prefs.gameRoot = game.string();
-    ctx.ui = &ui;
+    ferrolund::app::AppContext ctx = BenchContext(root, game, ui);
     ferrolund::routes::CheckAnswers answers;
     answers.checkTextures = textures;
     answers.listShapes = false;
