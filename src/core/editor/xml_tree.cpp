@@ -111,14 +111,14 @@ NodeId XmlNodeTree::find(const std::string& key) const {
 std::string XmlNodeTree::name(NodeId node) const {
     if (node >= count()) return {};
     if (auto it = names_.find(node); it != names_.end()) return it->second;
-    return tools::Cp1252FromUtf8(doc_->elements[node].name());
+    return doc_->elements[node].name();
 }
 
 std::vector<XmlAttribute> XmlNodeTree::attributes(NodeId node) const {
     std::vector<XmlAttribute> list;
     if (node >= count()) return list;
     for (pugi::xml_attribute a : doc_->elements[node].attributes()) {
-        list.push_back({tools::Cp1252FromUtf8(a.name()), tools::Cp1252FromUtf8(a.value())});
+        list.push_back({a.name(), a.value()});
     }
     return list;
 }
@@ -130,7 +130,7 @@ std::string XmlNodeTree::characters(NodeId node) const {
     for (pugi::xml_node c : doc_->elements[node].children()) {
         if (c.type() == pugi::node_pcdata || c.type() == pugi::node_cdata) text += c.value();
     }
-    return tools::Cp1252FromUtf8(text);
+    return text;
 }
 
 void XmlNodeTree::setName(NodeId node, const std::string& name) {

@@ -199,7 +199,7 @@ void frmEditor::tabChanged(int index) {
 
 std::string frmEditor::paneText(Pane pane) const {
     const int i = static_cast<int>(pane);
-    std::string text = PaneFromQt(pane_[i]->toPlainText());
+    std::string text = PaneFromQt(pane_[i]->toPlainText(), PaneEncodingOf(pane_[i]));
     return crlf_[i] ? editor::WithCrLf(text) : text;
 }
 
@@ -208,7 +208,9 @@ void frmEditor::setPaneText(Pane pane, const std::string& text) {
     crlf_[i] = text.empty() || text.find("\r\n") != std::string::npos;
     // A large document goes in by pieces, without an undo record: much quicker than
     // setting it whole. The CR of each CR LF is left out, so no piece splits a line end.
-    QString lines = PaneToQt(text);
+    const PaneEncoding encoding = PaneEncodingOf(text);
+    SetPaneEncoding(pane_[i], encoding);
+    QString lines = PaneToQt(text, encoding);
     lines.remove(QLatin1Char('\r'));
     QTextDocument* document = pane_[i]->document();
     document->setUndoRedoEnabled(false);
@@ -216,7 +218,11 @@ void frmEditor::setPaneText(Pane pane, const std::string& text) {
     QTextCursor cursor(document);
     cursor.beginEditBlock();
     constexpr qsizetype kPiece = 1 << 20;
-    for (qsizetype at = 0; at < lines.size(); at += kPiece) cursor.insertText(lines.mid(at, kPiece));
+    for (qsizetype at = 0, length = 0; at < lines.size(); at += length) {
+        length = std::min(kPiece, lines.size() - at);
+        if (lines[at + length - 1].isHighSurrogate() && at + length < lines.size()) ++length;  // keep a pair whole
+        cursor.insertText(lines.mid(at, length));
+    }
     cursor.endEditBlock();
     document->setUndoRedoEnabled(true);
     pane_[i]->moveCursor(QTextCursor::Start);

@@ -13,14 +13,27 @@
 
 namespace ferrolund::screens {
 
-std::string PaneSearch::text() const { return PaneFromQt(pane_->toPlainText()); }
+PaneEncoding PaneSearch::encoding() const { return PaneEncodingOf(pane_); }
 
-long PaneSearch::selStart() const { return pane_->textCursor().selectionStart(); }
+std::string PaneSearch::text() const { return PaneFromQt(pane_->toPlainText(), PaneEncodingOf(pane_)); }
+
+long PaneSearch::selStart() const {
+    const long character = pane_->textCursor().selectionStart();
+    const PaneEncoding encoding = PaneEncodingOf(pane_);
+    return encoding == PaneEncoding::Bytes ? character : PaneByteAt(pane_->toPlainText(), character, encoding);
+}
+
+// The pane's character position of a byte position in text().
+int PaneSearch::character(long byte) const {
+    const PaneEncoding encoding = PaneEncodingOf(pane_);
+    return static_cast<int>(encoding == PaneEncoding::Bytes ? byte
+                                                            : PaneCharacterAt(pane_->toPlainText(), byte, encoding));
+}
 
 void PaneSearch::setSelStart(long position) {
     QTextCursor cursor = pane_->textCursor();
     const int end = pane_->document()->characterCount() - 1;
-    cursor.setPosition(static_cast<int>(std::clamp<long>(position, 0, end)));
+    cursor.setPosition(std::clamp(character(position), 0, end));
     pane_->setTextCursor(cursor);
 }
 
@@ -28,8 +41,8 @@ long PaneSearch::find(std::string_view what, long start, bool wholeWord) {
     const long hit = editor::FindInText(text(), what, start, wholeWord);
     if (hit < 0) return hit;
     QTextCursor cursor = pane_->textCursor();
-    cursor.setPosition(static_cast<int>(hit));
-    cursor.setPosition(static_cast<int>(hit + static_cast<long>(what.size())), QTextCursor::KeepAnchor);
+    cursor.setPosition(character(hit));
+    cursor.setPosition(character(hit + static_cast<long>(what.size())), QTextCursor::KeepAnchor);
     pane_->setTextCursor(cursor);
     pane_->ensureCursorVisible();
     return hit;
@@ -37,7 +50,7 @@ long PaneSearch::find(std::string_view what, long start, bool wholeWord) {
 
 void PaneSearch::replaceSelection(std::string_view text) {
     QTextCursor cursor = pane_->textCursor();
-    cursor.insertText(PaneToQt(std::string(text)));
+    cursor.insertText(PaneToQt(std::string(text), PaneEncodingOf(pane_)));
     pane_->setTextCursor(cursor);
 }
 
@@ -45,7 +58,7 @@ void PaneSearch::replaceText(const std::string& text) {
     QTextCursor cursor(pane_->document());
     cursor.beginEditBlock();
     cursor.select(QTextCursor::Document);
-    cursor.insertText(PaneToQt(text));
+    cursor.insertText(PaneToQt(text, PaneEncodingOf(pane_)));
     cursor.endEditBlock();
 }
 
@@ -90,15 +103,17 @@ QPushButton* SearchBoxes::addButton(const char* name, int langIndex, const char*
     return button;
 }
 
-void SearchBoxes::find() { search_.find(pane_, PaneFromQt(text2_->text()), check1_->isChecked()); }
+std::string SearchBoxes::typed(const QLineEdit* box) const { return PaneFromQt(box->text(), pane_.encoding()); }
 
-void SearchBoxes::findNext() { search_.findNext(pane_, PaneFromQt(text2_->text()), check1_->isChecked()); }
+void SearchBoxes::find() { search_.find(pane_, typed(text2_), check1_->isChecked()); }
 
-void SearchBoxes::replace() { search_.replace(pane_, PaneFromQt(text3_->text())); }
+void SearchBoxes::findNext() { search_.findNext(pane_, typed(text2_), check1_->isChecked()); }
+
+void SearchBoxes::replace() { search_.replace(pane_, typed(text3_)); }
 
 void SearchBoxes::replaceAll() {
     ctx_.ui->busy(true);
-    search_.replaceAll(pane_, PaneFromQt(text2_->text()), PaneFromQt(text3_->text()));
+    search_.replaceAll(pane_, typed(text2_), typed(text3_));
     ctx_.ui->busy(false);
 }
 

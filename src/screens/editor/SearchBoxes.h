@@ -9,6 +9,7 @@
 
 #include "app/app_context.h"
 #include "editor/text_find.h"
+#include "screens/app/qt_text.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -27,8 +28,11 @@ public:
     long find(std::string_view what, long start, bool wholeWord) override;
     void replaceSelection(std::string_view text) override;
     void replaceText(const std::string& text) override;
+    // How the pane holds its text.
+    PaneEncoding encoding() const;
 
 private:
+    int character(long byte) const;
     QPlainTextEdit* pane_;
 };
 
@@ -50,6 +54,8 @@ public:
 
 private:
     QPushButton* addButton(const char* name, int langIndex, const char* fallback);
+    // What is typed in a box, as bytes of the pane's text.
+    std::string typed(const QLineEdit* box) const;
 
     app::AppContext& ctx_;
     PaneSearch pane_;

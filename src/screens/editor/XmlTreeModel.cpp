@@ -44,7 +44,7 @@ QVariant XmlTreeModel::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
         case Qt::EditRole:
-            return PaneToQt(editor_.tree.name(node));
+            return ToQt(editor_.tree.name(node));
         case Qt::FontRole:
             if (editor_.bold.count(node)) {
                 QFont font;
@@ -60,7 +60,7 @@ QVariant XmlTreeModel::data(const QModelIndex& index, int role) const {
 bool XmlTreeModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     const NodeId node = nodeOf(index);
     if (role != Qt::EditRole || node == kNoNode) return false;
-    const std::string name = PaneFromQt(value.toString());
+    const std::string name = FromQt(value.toString());
     if (name == editor_.tree.name(node)) return false;
     if (!editor_.rename(ctx_, node, name)) return false;
     emit dataChanged(index, index, {Qt::DisplayRole, Qt::EditRole});

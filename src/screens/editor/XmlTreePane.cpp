@@ -163,8 +163,8 @@ void XmlTreePane::nodeClicked(const QModelIndex& index) {
     txtAttributeValue_->setEnabled(false);
     const editor::XmlTreeEditor::Boxes boxes = editor_.select(editor_.tree.key(node));
     editor_.updatingFromNode = true;
-    for (const std::string& name : boxes.attributeNames) lstAttributes_->addItem(PaneToQt(name));
-    txtCharacters_->setPlainText(PaneToQt(boxes.characters));
+    for (const std::string& name : boxes.attributeNames) lstAttributes_->addItem(ToQt(name));
+    txtCharacters_->setPlainText(ToQt(boxes.characters));
     editor_.updatingFromNode = false;
 }
 
@@ -172,14 +172,14 @@ void XmlTreePane::attributeClicked() {
     const int row = lstAttributes_->currentRow();
     if (row < 0) return;
     editor_.updatingFromNode = true;
-    txtAttributeValue_->setText(PaneToQt(editor_.attributeValue(static_cast<std::size_t>(row))));
+    txtAttributeValue_->setText(ToQt(editor_.attributeValue(static_cast<std::size_t>(row))));
     editor_.updatingFromNode = false;
     txtAttributeValue_->setEnabled(true);
 }
 
 void XmlTreePane::charactersEdited() {
     const bool wasDirty = editor_.dirty;
-    editor_.charactersChanged(PaneFromQt(txtCharacters_->toPlainText()));
+    editor_.charactersChanged(FromQt(txtCharacters_->toPlainText()));
     if (editor_.dirty && !wasDirty) setDirty(true);
 }
 
@@ -236,7 +236,7 @@ bool XmlTreePane::showFindDialog() {
 
 void XmlTreePane::find() {
     ctx_.currentRoutine = "Command2_Click";
-    search_.walk(ctx_, editor_.tree, PaneFromQt(text2_->text()), editor::TreeSearchField::EntryText, [this](NodeId node) {
+    search_.walk(ctx_, editor_.tree, FromQt(text2_->text()), editor::TreeSearchField::EntryText, [this](NodeId node) {
         clearMarks();
         markAndSelect(node, true);
         ctx_.ui->pump();
@@ -246,7 +246,7 @@ void XmlTreePane::find() {
 
 void XmlTreePane::findInText() {
     ctx_.currentRoutine = "Command4_Click";
-    search_.walk(ctx_, editor_.tree, PaneFromQt(text2_->text()), editor::TreeSearchField::Characters,
+    search_.walk(ctx_, editor_.tree, FromQt(text2_->text()), editor::TreeSearchField::Characters,
                  [this](NodeId node) {
                      clearMarks();
                      markAndSelect(node, true);  // the entry's text shows in txtCharacters
@@ -258,7 +258,7 @@ void XmlTreePane::findInText() {
 void XmlTreePane::findAll() {
     ctx_.currentRoutine = "Command3_Click";
     clearMarks();
-    const std::vector<NodeId> hits = search_.findAll(ctx_, editor_.tree, PaneFromQt(text2_->text()));
+    const std::vector<NodeId> hits = search_.findAll(ctx_, editor_.tree, FromQt(text2_->text()));
     if (hits.empty()) return;
     tree_->selectionModel()->clearSelection();
     for (const NodeId node : hits) markAndSelect(node, false);

@@ -59,10 +59,12 @@ TEST_F(Tree, KeysAreFoundWithoutCaseAndNothingElseIs) {
     }
 }
 
-TEST_F(Tree, TextIsShownInTheCodePageOfTheScreen) {
-    ASSERT_FALSE(editor.tree.loadText("<a n=\"caf\xC3\xA9\">\xE2\x82\xAC \xE4\xB8\xAD</a>"));
-    EXPECT_EQ(editor.tree.attributes(0)[0].value, "caf\xE9");
-    EXPECT_EQ(editor.tree.characters(0), "\x80 ?");  // the euro sign is in the code page, the other is not
+TEST_F(Tree, TextKeepsItsUtf8) {
+    ASSERT_FALSE(editor.tree.loadText("<N\xC3\xA1" "dra\xC5\xBE\xC3\xAD n=\"caf\xC3\xA9\">\xE2\x82\xAC \xE4\xB8\xAD</N\xC3\xA1"
+                                      "dra\xC5\xBE\xC3\xAD>"));
+    EXPECT_EQ(editor.tree.name(0), "N\xC3\xA1" "dra\xC5\xBE\xC3\xAD");  // c caron has no Windows-1252 byte
+    EXPECT_EQ(editor.tree.attributes(0)[0].value, "caf\xC3\xA9");
+    EXPECT_EQ(editor.tree.characters(0), "\xE2\x82\xAC \xE4\xB8\xAD");
 }
 
 TEST_F(Tree, EmptyMissingAndBrokenFiles) {

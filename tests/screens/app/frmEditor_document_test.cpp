@@ -61,8 +61,9 @@ TEST(frmEditorDocument, OpenShowsTheTextAndTypingMarksABinDocument) {
     DocumentEditor e;
     e.open();
     testing::Screenshot(e.window, "frmEditor_document");
-    // UTF-8 pairs stay pairs: the pane shows the bytes as Windows-1252 characters.
-    EXPECT_EQ(e.window.textPane()->toPlainText(), PaneToQt(kXml).replace("\r\n", "\n"));
+    // The converter's UTF-8 reads as written: "Brücke", not its two bytes.
+    EXPECT_EQ(e.window.textPane()->toPlainText().toStdString(), QString::fromStdString(kXml).replace("\r\n", "\n").toStdString());
+    EXPECT_TRUE(e.window.textPane()->toPlainText().contains(QString::fromUtf8("Br\xC3\xBC" "cke")));
     EXPECT_EQ(e.window.findChild<QLineEdit*>("Text1")->text().toStdString(), e.file);
     EXPECT_TRUE(e.window.menuAction("mnuSaveRS")->isEnabled());
     EXPECT_FALSE(e.window.document().editedFlag);
@@ -75,7 +76,7 @@ TEST(frmEditorDocument, SaveWritesTheBinaryBackWithABackup) {
     DocumentEditor e;
     e.open();
     QString text = e.window.textPane()->toPlainText();
-    text.replace("Br\u00C3\u00BCcke", "Steg");
+    text.replace(QString::fromUtf8("Br\xC3\xBC" "cke"), "Steg");
     e.window.textPane()->setPlainText(text);
     e.window.menuAction("mnuSaveRS")->trigger();
     std::string xml;
