@@ -59,44 +59,6 @@ std::string Utf8FromCp1252(std::string_view text) {
     return out;
 }
 
-std::string Cp1252FromUtf8(std::string_view utf8) {
-    std::string out;
-    out.reserve(utf8.size());
-    std::size_t i = 0;
-    while (i < utf8.size()) {
-        const auto c = static_cast<unsigned char>(utf8[i]);
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-            ++i;
-            continue;
-        }
-        int extra = (c >= 0xF0 && c < 0xF8) ? 3 : (c >= 0xE0) ? 2 : (c >= 0xC0) ? 1 : -1;
-        if (extra < 0 || i + extra >= utf8.size()) {
-            out += '?';
-            ++i;
-            continue;
-        }
-        char32_t cp = c & (0x3F >> extra);
-        bool valid = true;
-        for (int k = 1; k <= extra; ++k) {
-            const auto cc = static_cast<unsigned char>(utf8[i + k]);
-            if ((cc & 0xC0) != 0x80) {
-                valid = false;
-                break;
-            }
-            cp = (cp << 6) | (cc & 0x3F);
-        }
-        if (!valid) {
-            out += '?';
-            ++i;
-            continue;
-        }
-        out += Cp1252OfUnicode(cp);
-        i += extra + 1;
-    }
-    return out;
-}
-
 std::string Cp1252FromUtf16(std::string_view bytes) {
     bool bigEndian = false;
     std::size_t i = 0;

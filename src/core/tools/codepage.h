@@ -1,7 +1,8 @@
 #pragma once
-// Windows-1252, the code page of all file text: the one table that turns its bytes into
-// Unicode and back. File content never passes through here on its way to or from disk;
-// only names on disk (UTF-8) and text shown on screen do.
+// Windows-1252, the code page of text files written on the simulator's own platform: the
+// one table that turns its bytes into Unicode and back, and its case fold. File content
+// never passes through here on its way to or from disk; only text read for a person
+// (names.h) and the editor's byte-per-character panes do.
 
 #include <string>
 #include <string_view>
@@ -18,8 +19,6 @@ char Cp1252OfUnicode(char32_t codePoint);
 std::string Utf8FromCp1252(std::string_view text);
 // Appends the UTF-8 bytes of one code point.
 void AppendUtf8(std::string& out, char32_t codePoint);
-// Undecodable bytes and characters outside the code page become '?'.
-std::string Cp1252FromUtf8(std::string_view utf8);
 // UTF-16 bytes (little-endian unless a big-endian byte-order mark says otherwise);
 // a leading byte-order mark is dropped.
 std::string Cp1252FromUtf16(std::string_view utf16Bytes);

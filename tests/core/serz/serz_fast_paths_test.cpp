@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "round_trip.h"
 #include "serz/binary_reader.h"
 #include "serz/codec.h"
 #include "serz/format.h"
@@ -313,11 +314,7 @@ TEST(SerzFastPaths, ExpectedNamesAreTakenOnlyWhole) {
     xml += "<a d:type=\"sUInt8\">5</a><b-c d:type=\"sUInt8\">6</b-c>";
     xml += "<a d:type=\"sUInt8\">7</a><d:nil/><a d:type=\"sUInt8\">8</a><b/>";
     xml += "</cRoot>\r\n";
-    std::string binary, back;
-    auto failure = XmlToBinary(xml, binary);
-    ASSERT_FALSE(failure) << failure->message;
-    failure = BinaryToXml(binary, back);
-    ASSERT_FALSE(failure) << failure->message;
+    const std::string back = RoundTripped(xml);
     for (const char* line : {"<bb d:type=\"sUInt8\">4</bb>", "<b-c d:type=\"sUInt8\">6</b-c>", "<d:nil/>", "<b/>"}) {
         EXPECT_NE(back.find(line), std::string::npos) << line << "\n" << back;
     }
@@ -358,12 +355,7 @@ TEST(SerzFastPaths, RandomTreesComeBackUnchanged) {
         }
         while (!open.empty()) close();
         xml += "</cRoot>\r\n";
-        std::string binary, back;
-        auto failure = XmlToBinary(xml, binary);
-        ASSERT_FALSE(failure) << failure->message;
-        failure = BinaryToXml(binary, back);
-        ASSERT_FALSE(failure) << failure->message;
-        ASSERT_EQ(back, xml);
+        ExpectRoundTrip(xml);
     }
 }
 

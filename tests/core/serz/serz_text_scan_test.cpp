@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "round_trip.h"
 #include "serz/codec.h"
 
 namespace ferrolund::serz {
@@ -28,16 +29,6 @@ std::string Escape(std::string_view text) {
         }
     }
     return out;
-}
-
-// XML in the converter's own form goes to binary and comes back the same.
-void ExpectRoundTrip(const std::string& xml) {
-    std::string binary, back;
-    auto failure = XmlToBinary(xml, binary);
-    ASSERT_FALSE(failure) << failure->message << "\n" << xml;
-    failure = BinaryToXml(binary, back);
-    ASSERT_FALSE(failure) << failure->message;
-    ASSERT_EQ(back, xml);
 }
 
 TEST(SerzTextScan, StringsKeepTheirEntitiesAtEveryPlace) {
