@@ -40,6 +40,14 @@ std::vector<std::string> ListRouteFolders(const std::string& gameRoot) {
     return folders;
 }
 
+void ReadPropertiesName(const std::string& xml, const std::vector<std::string>& languages, std::string& name) {
+    for (std::size_t l = 0; l < languages.size() && (l == 0 || name.empty()); ++l) {
+        long pos = 1;
+        tools::GetDetail(xml, pos, languages[l], name);
+    }
+    name = tools::FixEntitiesCopy(name);
+}
+
 std::string BuildRouteIndexText(const std::string& gameRoot, const RouteIndexRule& rule) {
     const std::string routesPath = gameRoot + "\\Content\\Routes";
     const std::vector<std::string> folders = ListRouteFolders(gameRoot);
@@ -50,13 +58,7 @@ std::string BuildRouteIndexText(const std::string& gameRoot, const RouteIndexRul
     for (std::size_t i = 0; i < folders.size(); ++i) {
         const std::string properties = routesPath + "\\" + folders[i] + "\\RouteProperties.xml";
         if (!tools::FileExists(properties)) continue;
-        const std::string xml = tools::ReadTextFile(properties);
-        // The first language always; the next ones while the name is still empty.
-        for (std::size_t l = 0; l < rule.languages.size() && (l == 0 || value.empty()); ++l) {
-            long pos = 1;
-            tools::GetDetail(xml, pos, rule.languages[l], value);
-        }
-        value = tools::FixEntitiesCopy(value);
+        ReadPropertiesName(tools::ReadTextFile(properties), rule.languages, value);
         if (value.empty() && rule.skipNameless) continue;
         std::string name = value;
         std::replace(name.begin(), name.end(), ',', '-');

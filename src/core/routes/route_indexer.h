@@ -34,6 +34,13 @@ extern const RouteIndexRule kExtractedRouteProperties;
 // regard to case, as the simulator's own file system lists them).
 std::vector<std::string> ListRouteFolders(const std::string& gameRoot);
 
+// The display name in the text of a RouteProperties.xml or ScenarioProperties.xml: the
+// first language always, the next ones while the name is still empty, each searched from
+// the start, then passed through the entity repair. A language element that is missing
+// leaves `name` as it was, so a caller that does not clear it between files carries the
+// last name over.
+void ReadPropertiesName(const std::string& xml, const std::vector<std::string>& languages, std::string& name);
+
 // The text of RouteIndex.csv: one row a route, CR LF after each, one more CR LF at the end.
 std::string BuildRouteIndexText(const std::string& gameRoot, const RouteIndexRule& rule);
 
