@@ -1,6 +1,6 @@
 // The content list and its editor: "Add to List" over a made tree of 20 routes with
 // 500 tiles and 3 scenarios each (about 10,000 files), and the editor's open and save of
-// a 2 MB tile, with the back-up.
+// a tile of 40,000 records (0.7 MB, 5 MB as XML), with the back-up.
 #include <unistd.h>
 
 #include <chrono>
