@@ -11,6 +11,7 @@
 #include "cli/cli_ui.h"
 #include "cli/interrupt.h"
 #include "cli/shared_options.h"
+#include "cli/verb_ap.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
@@ -61,6 +62,11 @@ const std::vector<Verb>& Verbs() {
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
          "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
          "      exit code 3 when references are missing", CheckRouteVerb},
+        {"list-ap", "list-ap [FOLDER] [--rolling-stock] [--filter MASK] [--rows]",
+         "list the .ap archives under FOLDER (the simulator's folder if none) and their entries that pass\n"
+         "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"
+         "      vehicles); with --rows, the asset rows of the blueprints among them as comma text\n"
+         "      (MASK then defaults to \"*.bin\"), numbered on from IndexFiles\\index.csv", ListApVerb},
     };
     return verbs;
 }
