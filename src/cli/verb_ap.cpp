@@ -55,7 +55,7 @@ int ListApVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::
         err << tools::ShownText(archives::OverlengthReport(list.overlength())) << "\n";
     }
     if (list.apFiles().empty()) {
-        err << "ferrolund-cli: no .ap files under " << tools::ShownText(folder) << "\n";
+        if (list.overlength().empty()) err << "ferrolund-cli: no .ap files under " << tools::ShownText(folder) << "\n";
         return kExitFailed;
     }
     std::size_t read = 0;

@@ -8,6 +8,7 @@
 #include "assets/asset_index.h"
 #include "core/archives/zip_fixture.h"
 #include "core/sample/sample_fixture.h"
+#include "support/cli_run.h"
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
 #include "tools/files.h"
@@ -16,6 +17,7 @@ namespace ferrolund::assets {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::CliRun;
 
 constexpr const char* kStationPack = "Assets\\Brackenridge\\StationPack\\StationPack.ap";
 
@@ -134,6 +136,26 @@ TEST(ApAssets, FindApFilesAndSaveTheApIndex) {
               std::string::npos)
         << text;
     EXPECT_NE(text.find("MainContent.ap,"), std::string::npos) << text;
+}
+
+TEST(ApAssets, ArchivesOverTwoGigabytesAreSetApart) {
+    Fixture f;
+    testing::MakeZip(f.root.path() / "Assets/P/Q/Small.ap", {{"a.bin", "x"}});
+    for (const auto& [name, size] : {std::pair{"Edge.ap", 2147483647ull}, std::pair{"Huge.ap", 2147483648ull}}) {
+        const fs::path file = f.root.write(std::string("Assets/P/Q/") + name, "");
+        fs::resize_file(file, size);  // sparse: no disk space is taken
+    }
+    ApAssetList list;
+    list.findApFiles(f.ctx, f.root.system());
+    const std::string folder = f.root.system() + "\\Assets\\P\\Q\\";
+    EXPECT_EQ(list.apFiles(), (std::vector<std::string>{folder + "Edge.ap", folder + "Small.ap"}));
+    EXPECT_EQ(list.overlength(), std::vector<std::string>{folder + "Huge.ap"});
+
+    const CliRun run = testing::Cli({"list-ap", f.root.system() + "\\Assets\\P\\Q", "--filter", "*"}, f.root.system());
+    EXPECT_NE(run.err.find("over 2 gigabytes"), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("Huge.ap"), std::string::npos) << run.err;
+    EXPECT_NE(run.out.find("Small.ap\n\ta.bin\n"), std::string::npos) << run.out;
+    EXPECT_EQ(run.code, 0) << "Small.ap was read";
 }
 
 TEST(ApAssets, AnArchiveThatIsNoZip) {
