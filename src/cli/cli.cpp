@@ -11,6 +11,7 @@
 #include "cli/cli_ui.h"
 #include "cli/interrupt.h"
 #include "cli/shared_options.h"
+#include "cli/verb_assets.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
@@ -61,6 +62,10 @@ const std::vector<Verb>& Verbs() {
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
          "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
          "      exit code 3 when references are missing", CheckRouteVerb},
+        {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
+         "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
+         "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"
+         "      exit code 3 when files are missing", CheckAssetsVerb},
     };
     return verbs;
 }
