@@ -55,6 +55,7 @@ bool FolderRows(const std::string& folder, std::vector<assets::AssetRow>& rows, 
         row.provider = ref->provider;
         row.product = ref->product;
         row.path = ref->blueprintId;
+        std::replace(row.path.begin(), row.path.end(), '/', '\\');
         rows.push_back(std::move(row));
     }
     return true;

@@ -33,7 +33,7 @@ std::string Value(std::string_view xml, std::string_view tag, long pos) {
 }
 
 std::string FolderOf(const std::string& file) {
-    const std::size_t cut = file.find_last_of('\\');
+    const std::size_t cut = file.find_last_of("\\/");
     return cut == std::string::npos ? std::string() : file.substr(0, cut);
 }
 
@@ -166,7 +166,9 @@ private:
         const long open = InStr(at, xml, ">");
         const long close = open > 0 ? InStr(open + 1, xml, "<") : 0;
         if (close == 0) return;
-        std::string file = root_ + CutMarker(tools::Mid(xml, open + 1, close - open - 1)) + ".GeoPcDx";
+        const std::string_view value = tools::Mid(xml, open + 1, close - open - 1);
+        if (value.empty()) return;  // an asset without a model of its own
+        std::string file = root_ + CutMarker(value) + ".GeoPcDx";
         if (!Exists(file) && source_.geometryRetry && Exists(file.substr(0, file.size() - 8) + ".geopcdx"))
             file = file.substr(0, file.size() - 8) + ".geopcdx";
         if (!Exists(file)) {

@@ -1,5 +1,7 @@
 #include "assets/missing_assets.h"
 
+#include <algorithm>
+
 #include "assets/blueprint.h"
 #include "assets/blueprint_files.h"
 #include "tools/codepage.h"
@@ -69,7 +71,9 @@ std::vector<AssetRow> ScanNamedBlueprint(app::AppContext& ctx, const MissingAsse
     const std::string file = job.folder + "\\" + job.fileName;
     if (!tools::FileExists(file)) return {};
     bool invalid = false;
-    const auto ref = SplitAssetPath(tools::SystemPath(tools::HostPath(file)), &invalid);
+    std::string onDisk = tools::SystemPath(tools::HostPath(file));
+    std::replace(onDisk.begin(), onDisk.end(), '/', '\\');
+    const auto ref = SplitAssetPath(onDisk, &invalid);
     if (!ref) {
         if (invalid) Tell(ctx, InvalidPathMessage(file));
         return {};

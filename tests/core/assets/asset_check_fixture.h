@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "assets/asset_row.h"
 #include "serz/codec.h"
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
@@ -69,6 +70,15 @@ struct Installation {
     void file(const std::string& relative) { root.write("game/Assets/" + relative, "x"); }
     std::string asset(const std::string& relative) const { return ctx.gameRoot() + "\\Assets\\" + relative; }
 };
+
+inline AssetRow Row(std::string provider, std::string product, std::string path, std::string name = {}) {
+    AssetRow row;
+    row.provider = std::move(provider);
+    row.product = std::move(product);
+    row.path = std::move(path);
+    row.name = std::move(name);
+    return row;
+}
 
 // Every file below the folder with its size and time, to show that a command changed nothing.
 inline std::map<std::string, std::pair<std::uintmax_t, fs::file_time_type>> Snapshot(const fs::path& folder) {

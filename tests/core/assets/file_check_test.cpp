@@ -85,7 +85,9 @@ TEST(CheckLoco, TheMissingDecision) {
         std::vector<std::string> expected;
         for (const auto& m : c.missing) expected.push_back(loco.asset(m));
         EXPECT_EQ(MissingFiles(outcome), expected) << c.what;
-        if (c.missing.empty()) EXPECT_EQ(outcome.report, "No errors found") << c.what;
+        if (c.missing.empty()) {
+            EXPECT_EQ(outcome.report, "No errors found") << c.what;
+        }
         EXPECT_EQ(outcome.rowsChecked, 1u);
     }
 }
@@ -129,8 +131,8 @@ TEST(CheckLoco, ShowFilesMarksWhatIsMissing) {
 
 TEST(CheckLoco, TheFrame) {
     Loco loco;
-    const AssetRow good{"K", "P", "Loco\\Loco.bin"};
-    const AssetRow blank{" ", "", ""};
+    const AssetRow good = Row("K", "P", "Loco\\Loco.bin");
+    const AssetRow blank = Row(" ", "", "");
     struct Case {
         const char* what;
         std::vector<AssetRow> rows;
@@ -173,7 +175,7 @@ TEST(CheckLoco, BrokenAndMissingBlueprintsAddNoMisses) {
     std::string bin = tools::ReadTextFile(loco.blueprint());
     loco.root.write("game/Assets/K/P/Loco/Cut.bin", bin.substr(0, bin.size() / 2));
     loco.root.write("game/Assets/K/P/Loco/Text.bin", "not a binary file at all");
-    const std::vector<AssetRow> rows{{"K", "P", "Loco\\Cut.bin"}, {"K", "P", "Loco\\Text.bin"}, {"K", "P", "Loco\\Gone.bin"}};
+    const std::vector<AssetRow> rows{Row("K", "P", "Loco\\Cut.bin"), Row("K", "P", "Loco\\Text.bin"), Row("K", "P", "Loco\\Gone.bin")};
     const CheckOutcome outcome = CheckRows(loco.ctx, rows, RowReport::MissingFiles, AssetListRows(loco.ctx, RowReport::MissingFiles));
     EXPECT_EQ(outcome.report, "No errors found");
     EXPECT_EQ(outcome.rowsChecked, 3u);
@@ -194,9 +196,9 @@ TEST(CheckLoco, NothingOnDiskChanges) {
 TEST(ReportGridTwin, RowsFromTheGridAndItsOwnMessage) {
     struct Case { std::string item; AssetRow row; };
     const Case cases[] = {
-        {"K\\P\\Loco\\Loco.xml", {"K", "P", "Loco\\Loco.bin"}},
-        {"C:\\Games\\RailWorks\\Assets\\K\\P\\Loco\\Loco.bin\tMissing", {"K", "P", "Loco\\Loco.bin"}},
-        {"  K\\Pr\xC3\xB6" "dukt\\a.XML ", {"K", "Pr\xC3\xB6" "dukt", "a.bin"}},
+        {"K\\P\\Loco\\Loco.xml", Row("K", "P", "Loco\\Loco.bin")},
+        {"C:\\Games\\RailWorks\\Assets\\K\\P\\Loco\\Loco.bin\tMissing", Row("K", "P", "Loco\\Loco.bin")},
+        {"  K\\Pr\xC3\xB6" "dukt\\a.XML ", Row("K", "Pr\xC3\xB6" "dukt", "a.bin")},
         {"NoSeparators", {}},
         {"", {}},
     };
@@ -216,7 +218,7 @@ TEST(ShowUsedFiles, AssetAndLoft) {
     loco.binary("K/P/Loft/Wall.bin", "<Blueprint>\r\n<cLoftSectionBlueprint>\r\n" +
                                          Text("CrossSectionID", "K\\P\\Loft\\[01]wall") + "</cLoftSectionBlueprint>\r\n</Blueprint>\r\n");
     loco.binary("K/P/Loft/wall.XSec", "<Texture>\r\n" + Text("e", "[00]Textures\\brick") + "</Texture>\r\n");
-    const AssetRow loft{"K", "P", "Loft\\Wall.bin", "Wall"};
+    const AssetRow loft = Row("K", "P", "Loft\\Wall.bin", "Wall");
     const CheckOutcome shown = CheckRows(loco.ctx, {loft}, RowReport::LoftFiles, AssetListRows(loco.ctx, RowReport::LoftFiles));
     EXPECT_EQ(Lines(shown.report),
               (std::vector<std::string>{"Checking: " + loco.asset("K\\P\\Loft\\Wall.bin"), "Geometry file used:-",
