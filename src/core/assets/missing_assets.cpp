@@ -1,14 +1,10 @@
 #include "assets/missing_assets.h"
 
-#include <algorithm>
-
-#include "assets/blueprint.h"
+#include "assets/asset_scan.h"
 #include "assets/blueprint_files.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
-#include "tools/serz_convert.h"
-#include "tools/tags.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::assets {
@@ -67,32 +63,22 @@ std::optional<std::vector<MissingAssetJob>> ReadMissingAssets(app::AppContext& c
     return jobs;
 }
 
-std::vector<AssetRow> ScanNamedBlueprint(app::AppContext& ctx, const MissingAssetJob& job) {
-    const std::string file = job.folder + "\\" + job.fileName;
-    if (!tools::FileExists(file)) return {};
-    bool invalid = false;
-    std::string onDisk = tools::SystemPath(tools::HostPath(file));
-    std::replace(onDisk.begin(), onDisk.end(), '/', '\\');
-    const auto ref = SplitAssetPath(onDisk, &invalid);
-    if (!ref) {
-        if (invalid) Tell(ctx, InvalidPathMessage(file));
-        return {};
-    }
-    std::string xml;
-    (void)tools::SerzReadXml(ctx, file, xml);
-    AssetRow row;
-    row.provider = ref->provider;
-    row.product = ref->product;
-    row.path = ref->blueprintId;
-    if (!xml.empty()) {
-        tools::GetName(xml, row.name, ctx.prefs.language.empty() ? "English" : ctx.prefs.language);
-        std::erase(row.name, ',');
-        const Classification c = Classify(xml);
-        row.category = c.category;
-        row.inScene = c.inScene;
-        row.blueprint = ClassWord(xml);
-    }
-    return {row};
+JobScan ListScan(AssetFilter filter) {
+    return [filter](app::AppContext& ctx, const MissingAssetJob& job) {
+        ScanOptions options;
+        options.startFolder = job.folder;
+        options.filter = filter;
+        options.filter.onlyFileName = job.fileName;
+        options.readBlueprints = true;
+        options.firstIndex = 0;
+        std::vector<AssetRow> rows;
+        const ScanTotals totals = ScanAssets(ctx, options, [&](std::vector<AssetRow>& batch) {
+            for (AssetRow& row : batch) rows.push_back(std::move(row));
+        });
+        for (const ScanProblem& problem : totals.problems)
+            ctx.report(base::RunError{base::err::kPathNotFound, problem.path + ": " + problem.message}, kModule);
+        return rows;
+    };
 }
 
 MissingAssetsOutcome ProcessMissingAssets(app::AppContext& ctx, const JobScan& scan) {
@@ -111,10 +97,7 @@ MissingAssetsOutcome ProcessMissingAssets(app::AppContext& ctx, const JobScan& s
             outcome.aborted = true;
             break;
         }
-        for (AssetRow& row : scan(ctx, (*jobs)[done])) {
-            row.index = std::to_string(outcome.rows.size() + 1);
-            outcome.rows.push_back(std::move(row));
-        }
+        for (AssetRow& row : scan(ctx, (*jobs)[done])) outcome.rows.push_back(std::move(row));
     }
     if (ctx.ui) ctx.ui->progress(-1, {});
     if (outcome.aborted) return outcome;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "assets/asset_filter.h"
 #include "assets/asset_row.h"
 
 namespace ferrolund::assets {
@@ -24,21 +25,21 @@ struct MissingAssetJob {
 // the message that says where it must be saved, and nothing.
 std::optional<std::vector<MissingAssetJob>> ReadMissingAssets(app::AppContext& ctx);
 
-// The rows of one job: the list's scan of the folder, limited to the one file name.
+// The rows of one job.
 using JobScan = std::function<std::vector<AssetRow>(app::AppContext&, const MissingAssetJob&)>;
-// The scan without the list's filters: the row of the named blueprint when it exists,
-// read for its name, class and category.
-std::vector<AssetRow> ScanNamedBlueprint(app::AppContext& ctx, const MissingAssetJob& job);
+// The asset list's scan of the job's folder with the screen's filters, limited to the
+// job's file name, blueprints read, its running numbers from 1.
+JobScan ListScan(AssetFilter filter = {});
 
 struct MissingAssetsOutcome {
-    std::vector<AssetRow> rows;  // every row found, in the order of the file
+    std::vector<AssetRow> rows;  // every row found, in the order of the file, numbered per line
     std::string report;          // what GetAssetBits lists for them, ended by "+++"
     bool noFile = false;
     bool aborted = false;
 };
 // "Process Missing Assets File": scans each job's folder, then lists the files of every
 // row found. AbortFlag is tested between jobs.
-MissingAssetsOutcome ProcessMissingAssets(app::AppContext& ctx, const JobScan& scan = ScanNamedBlueprint);
+MissingAssetsOutcome ProcessMissingAssets(app::AppContext& ctx, const JobScan& scan = ListScan());
 
 // Saves the report as AppRoot\Reports\MissingFiles.txt (the folder made when missing).
 // Gives the file's path, or empty when it could not be written.

@@ -81,7 +81,9 @@ TEST(AssetRows, BlueprintVerdicts) {
         std::string failure;
         EXPECT_EQ(BuildBlueprintRow(c.bytes, c.path, ref, c.filter, row, &failure), c.verdict) << c.label;
         EXPECT_EQ(failure.empty(), c.verdict != RowVerdict::Unreadable) << c.label;
-        if (c.verdict == RowVerdict::Added) EXPECT_EQ(row.category, c.category) << c.label;
+        if (c.verdict == RowVerdict::Added) {
+            EXPECT_EQ(row.category, c.category) << c.label;
+        }
     }
 }
 

@@ -128,7 +128,9 @@ TEST(BlueprintSummary, MadeShapesAgreeWithTheTextReader) {
         EXPECT_EQ(got.classification.category, shape.category) << shape.label;
         EXPECT_EQ(got.classification.inScene, shape.inScene) << shape.label;
         EXPECT_EQ(got.classWord, shape.classWord) << shape.label;
-        if (!shape.name.empty()) EXPECT_EQ(got.name, shape.name) << shape.label;
+        if (!shape.name.empty()) {
+            EXPECT_EQ(got.name, shape.name) << shape.label;
+        }
         EXPECT_EQ(got.rollingStock, shape.rollingStock) << shape.label;
         EXPECT_EQ(got.reskin, shape.reskin) << shape.label;
         EXPECT_EQ(got.readAsText, shape.readAsText) << shape.label;

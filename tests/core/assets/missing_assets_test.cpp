@@ -51,14 +51,14 @@ TEST(MissingAssets, EachLineScansItsFolderForItsFileAlone) {
         ProcessMissingAssets(w.ctx, [&](app::AppContext& ctx, const MissingAssetJob& job) {
             scanned.push_back(job.fileName);
             EXPECT_EQ(tools::NameKey(job.folder), tools::NameKey(w.asset("K\\P\\Wagons")));
-            return ScanNamedBlueprint(ctx, job);
+            return ListScan()(ctx, job);
         });
     EXPECT_EQ(scanned, (std::vector<std::string>{"Hopper.bin", "tank.BIN"}));
     ASSERT_EQ(outcome.rows.size(), 2u);
     EXPECT_EQ(outcome.rows[0].name, "Hopper");
     EXPECT_EQ(outcome.rows[0].index, "1");
     EXPECT_EQ(outcome.rows[1].path, "Wagons\\Tank.bin");  // the name as the disk holds it
-    EXPECT_EQ(outcome.rows[1].index, "2");
+    EXPECT_EQ(outcome.rows[1].index, "1");  // each line's scan numbers anew
     const std::vector<std::string> lines = Lines(outcome.report);
     EXPECT_NE(std::find(lines.begin(), lines.end(), w.asset("K\\P\\Wagons\\Textures\\livery.TgPcDx")), lines.end());
     EXPECT_EQ(lines.back(), "+++");
