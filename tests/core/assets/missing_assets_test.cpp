@@ -8,13 +8,19 @@
 namespace ferrolund::assets::checks {
 namespace {
 
+std::string Named(const std::string& name) {
+    return "<Name>\r\n<Localisation-cUserLocalisedString>\r\n" + Text("English", name) +
+           "</Localisation-cUserLocalisedString>\r\n</Name>\r\n";
+}
+
 struct Workflow : Installation {
     Workflow() {
         binary("K/P/Wagons/Hopper.bin", "<Blueprint>\r\n<cWagonBlueprint>\r\n" + Text("GeometryID", "K\\P\\Wagons\\hopper") +
-                                            "<Name>\r\n<Localisation-cUserLocalisedString>\r\n" + Text("English", "Hopper") +
-                                            "</Localisation-cUserLocalisedString>\r\n</Name>\r\n</cWagonBlueprint>\r\n</Blueprint>\r\n");
+                                            Named("Hopper") + "</cWagonBlueprint>\r\n</Blueprint>\r\n");
         binary("K/P/Wagons/Tank.bin", "<Blueprint>\r\n<cWagonBlueprint>\r\n" + Text("GeometryID", "K\\P\\Wagons\\tank") +
-                                          "</cWagonBlueprint>\r\n</Blueprint>\r\n");
+                                          Named("Tank") + "</cWagonBlueprint>\r\n</Blueprint>\r\n");
+        // Without a display name: the list leaves it out.
+        binary("K/P/Wagons/Nameless.bin", "<Blueprint>\r\n<cWagonBlueprint>\r\n</cWagonBlueprint>\r\n</Blueprint>\r\n");
         binary("K/P/Wagons/Other.bin", "<Blueprint>\r\n<cWagonBlueprint>\r\n</cWagonBlueprint>\r\n</Blueprint>\r\n");
         binary("K/P/Wagons/hopper.GeoPcDx", "<TextureByName>\r\n" + Text("e", "[00]Textures\\livery") + "</TextureByName>\r\n");
         binary("K/P/Wagons/tank.GeoPcDx", "<TextureByName>\r\n" + Text("e", "Textures\\T\xC3\xA9l\xC3\xA9") + "</TextureByName>\r\n");
@@ -57,7 +63,7 @@ TEST(MissingAssets, EachLineScansItsFolderForItsFileAlone) {
     ASSERT_EQ(outcome.rows.size(), 2u);
     EXPECT_EQ(outcome.rows[0].name, "Hopper");
     EXPECT_EQ(outcome.rows[0].index, "1");
-    EXPECT_EQ(outcome.rows[1].path, "Wagons\\Tank.bin");  // the name as the disk holds it
+    EXPECT_EQ(tools::NameKey(outcome.rows[1].path), tools::NameKey("Wagons\\Tank.bin"));
     EXPECT_EQ(outcome.rows[1].index, "1");  // each line's scan numbers anew
     const std::vector<std::string> lines = Lines(outcome.report);
     EXPECT_NE(std::find(lines.begin(), lines.end(), w.asset("K\\P\\Wagons\\Textures\\livery.TgPcDx")), lines.end());
@@ -93,7 +99,8 @@ TEST(MissingAssets, PackingCopiesFilesAndSiblingsUpToTheEndMark) {
 
 TEST(MissingAssets, TheWorkflowEndToEnd) {
     Workflow w;
-    w.missingAssets(w.asset("K\\P\\Wagons\\Hopper.bin") + "\r\n" + w.asset("K\\P\\Wagons\\Tank.bin") + "\r\n");
+    w.missingAssets(w.asset("K\\P\\Wagons\\Hopper.bin") + "\r\n" + w.asset("K\\P\\Wagons\\Tank.bin") + "\r\n" +
+                    w.asset("K\\P\\Wagons\\Nameless.bin") + "\r\n");
     const MissingAssetsOutcome processed = ProcessMissingAssets(w.ctx);
     const std::string saved = SaveMissingFiles(w.ctx, processed.report);
     ASSERT_FALSE(saved.empty());
@@ -105,6 +112,8 @@ TEST(MissingAssets, TheWorkflowEndToEnd) {
                              "K/P/Wagons/Textures/T\xC3\xA9l\xC3\xA9.TgPcDx"})
         EXPECT_TRUE(w.packed(file)) << file;
     EXPECT_FALSE(w.packed("K/P/Wagons/Other.bin"));
+    EXPECT_FALSE(w.packed("K/P/Wagons/Nameless.bin"));
+    EXPECT_EQ(processed.rows.size(), 2u);
 }
 
 TEST(MissingAssets, AbortStopsBetweenJobs) {
