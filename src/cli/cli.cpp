@@ -13,6 +13,7 @@
 #include "cli/shared_options.h"
 #include "cli/verb_ap.h"
 #include "cli/verb_assets.h"
+#include "cli/verb_check.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
@@ -74,6 +75,10 @@ const std::vector<Verb>& Verbs() {
          "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"
          "      vehicles); with --rows, the asset rows of the blueprints among them as comma text\n"
          "      (MASK then defaults to \"*.bin\"), numbered on from IndexFiles\\index.csv", ListApVerb},
+        {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
+         "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
+         "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"
+         "      exit code 3 when files are missing", CheckAssetsVerb},
     };
     return verbs;
 }
