@@ -69,6 +69,12 @@ std::vector<AssetRow> Usable(const std::vector<AssetRow>& selected) {
     return rows;
 }
 
+// Without a child entry chosen in the list there is nothing to work on.
+bool ChildChosen(app::AppContext& ctx, bool chosen) {
+    if (!chosen && ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
+    return chosen;
+}
+
 std::string WithoutCommas(std::string text) {
     std::erase(text, ',');
     return text;
@@ -218,6 +224,9 @@ TransformOutcome RemoveChildEntries(app::AppContext& ctx, const std::vector<Asse
         result.note = std::to_string(removed) + " child entries removed, saved as " + result.saveAs;
         return result;
     });
+    spec.prepare = [&childNames](app::AppContext& c, const std::vector<AssetRow>&) {
+        return ChildChosen(c, !childNames.empty());
+    };
     return RunTransform(ctx, selected, spec);
 }
 
@@ -256,9 +265,7 @@ TransformOutcome CorrectSmokeStack(app::AppContext& ctx, const std::vector<Asset
                            return StraightenChild(text, childName);
                        });
     spec.prepare = [&childName](app::AppContext& c, const std::vector<AssetRow>&) {
-        if (!childName.empty()) return true;
-        if (c.ui) c.ui->message(c.langText(444, {}, kModule), base::Icon::Exclamation);
-        return false;
+        return ChildChosen(c, !childName.empty());
     };
     return RunTransform(ctx, selected, spec);
 }

@@ -103,9 +103,6 @@ TEST(ChangeName, EachRowKeepsItsOwnOldName) {
 }
 
 TEST(ChangeLods, RescalesTheGeometryOfTheRow) {
-    Game game;
-    game.put("P\\Q\\C.bin", CoachXml("C", {}, "P\\Q\\Body\\[00]coach"));
-    game.put("P\\Q\\Body\\coach.GeoPcDx", GeometryXml({{"100", "550", "1000"}, {"325"}}));
     struct Case {
         double min, max;
         std::vector<std::string> values;
@@ -115,6 +112,9 @@ TEST(ChangeLods, RescalesTheGeometryOfTheRow) {
         {5000, 20000, {"4000", "7000", "10000", "5500"}},  // the limits
     };
     for (const Case& c : cases) {
+        Game game;
+        game.put("P\\Q\\C.bin", CoachXml("C", {}, "P\\Q\\Body\\[00]coach"));
+        game.put("P\\Q\\Body\\coach.GeoPcDx", GeometryXml({{"100", "550", "1000"}, {"325"}}));
         game.okToWarning();
         const TransformOutcome out = ChangeLods(game.ctx, {game.row("P", "Q", "C.bin")}, c.min, c.max);
         ASSERT_EQ(out.rows.size(), 1u);
@@ -129,8 +129,8 @@ TEST(ChangeLods, RescalesTheGeometryOfTheRow) {
             values.push_back(v);
         }
         EXPECT_EQ(values, c.values);
+        EXPECT_TRUE(fs::exists(game.onDisk("P\\Q\\Body\\coach.GeoPcDx.bak")));
     }
-    EXPECT_TRUE(fs::exists(game.onDisk("P\\Q\\Body\\coach.GeoPcDx.bak")));
 }
 
 TEST(ChangeLods, NoRangeOrNoLevelsWritesNothing) {
@@ -244,12 +244,24 @@ TEST(CorrectSmokeStack, StandsTheEmitterUpright) {
     EXPECT_EQ(driver.verdict, TransformResult::Verdict::Changed);  // the other child is as it was
 }
 
-TEST(CorrectSmokeStack, NoChildChosenAsksForOne) {
+TEST(ChildTransforms, NoChildChosenEndsTheCommand) {
     Game game;
     game.put("P\\Q\\Loco.bin", CoachXml("Loco", {{"Smoke", Tilted()}}));
+    const std::string before = game.bytesOf("P\\Q\\Loco.bin");
     game.okToWarning();
     EXPECT_FALSE(CorrectSmokeStack(game.ctx, {game.row("P", "Q", "Loco.bin")}, "").ran);
     EXPECT_EQ(game.ui.texts().back(), game.ctx.langText(444));
+    game.okToWarning();
+    int asked = 0;
+    EXPECT_FALSE(RemoveChildEntries(game.ctx, {game.row("P", "Q", "Loco.bin")}, {},
+                                    [&](const AssetRow&, const std::string&) {
+                                        ++asked;
+                                        return std::optional<SaveAsChoice>();
+                                    })
+                     .ran);
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(game.ui.texts().back(), game.ctx.langText(444));
+    EXPECT_EQ(game.bytesOf("P\\Q\\Loco.bin"), before);
 }
 
 }  // namespace

@@ -72,6 +72,54 @@ TEST(TransformFrame, WritesTheChangeKeepsTheOriginalAndDropsTheCache) {
     EXPECT_EQ(texts[1], game.ctx.langText(445));
 }
 
+int Count(const std::string& text, const std::string& what) {
+    int n = 0;
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+    return n;
+}
+
+// A real blueprint with an empty list and the sample's locomotive with a full one.
+TEST(TransformFrame, BothFormsOfTheChildListEndAsOneBlock) {
+    struct Case {
+        std::string relative;
+        std::filesystem::path source;
+        std::vector<std::string> children;
+    };
+    const fs::path real = ferrolund::testing::TestdataPath("serz/scenery-item.bin");
+    if (!fs::exists(real)) GTEST_SKIP() << "real game file serz/scenery-item.bin is absent: the shared test data is not beside this checkout";
+    const std::string loco = "Ostvale\\NorthernLines\\RailVehicles\\Diesel\\Class58\\Engine\\Class58.bin";
+    const Case cases[] = {
+        {"AP\\VegEP\\Scenery\\Beech1.bin", real, {"Added"}},
+        {loco, sample::OnDisk(sample::SampleRoot(), "Assets\\" + loco), {"Added", "EngineSound", "Exhaust"}},
+    };
+    for (const Case& c : cases) {
+        Game game;
+        game.putFile(c.relative, c.source);
+        const std::string before = game.xmlOf(c.relative);
+        game.okToWarning();
+        const std::size_t second = c.relative.find('\\', 0), third = c.relative.find('\\', second + 1);
+        const TransformOutcome out = RunTransform(
+            game.ctx,
+            {game.row(c.relative.substr(0, second), c.relative.substr(second + 1, third - second - 1),
+                      c.relative.substr(third + 1))},
+            AddChild());
+        ASSERT_EQ(out.rows.size(), 1u) << c.relative;
+        EXPECT_EQ(out.rows[0].reason, "") << c.relative;
+        const std::string after = game.xmlOf(c.relative);
+        EXPECT_EQ(ChildNames(after), c.children) << c.relative;
+        EXPECT_EQ(Count(after, "<Children>"), 1) << c.relative;
+        EXPECT_EQ(Count(after, "</Children>"), 1) << c.relative;
+        EXPECT_EQ(Count(after, "<Children/>"), 0) << c.relative;
+        // Nothing else moved: without the new block the text says what it said before.
+        std::string without = after;
+        const ChildBlock added = FindNamedChild(without, "Added");
+        ASSERT_TRUE(added) << c.relative;
+        without.erase(static_cast<std::size_t>(added.start - 1), static_cast<std::size_t>(added.length));
+        EXPECT_FALSE(SameXmlContent(before, after)) << c.relative;
+        EXPECT_TRUE(SameXmlContent(before, without)) << c.relative;
+    }
+}
+
 TEST(TransformFrame, CancelOrNoRowsDoNothing) {
     Game game;
     game.put(kCoachFile, CoachXml("Old Coach", {}));
@@ -107,8 +155,9 @@ TEST(TransformFrame, ACompileThatFailsLeavesTheOriginal) {
         std::string text;
     };
     std::string differs = CoachXml("Old Coach", {});
-    differs.replace(differs.find("<Mass d:type=\"sFloat32\""), 22, "<Mass d:type=\"bool\"");
-    differs.replace(differs.find(">32.5<"), 6, ">7<");  // a bool comes back as 1
+    // An integer with a leading nought compiles, and comes back without it.
+    const std::string mass = "<Mass d:type=\"sFloat32\" d:precision=\"string\">32.5</Mass>";
+    differs.replace(differs.find(mass), mass.size(), "<Mass d:type=\"sInt32\">032</Mass>");
     const Case cases[] = {
         {"broken XML", "<cBlueprintLoader><Blueprint>"},
         {"read back differs", differs},
