@@ -42,21 +42,6 @@ TEST(SpliceAtChildren, CutsAndJoinsAsTheListIsFound) {
     }
 }
 
-TEST(SpliceAtChildren, BothFormsEndAsOneWellFormedList) {
-    const std::string block = "<cEntityContainerBlueprint-sChild><ChildName>New</ChildName></cEntityContainerBlueprint-sChild>\r\n";
-    for (const std::string& xml : {CoachXml("C", {}), CoachXml("C", {{"Smoke", Upright("0", "4", "1")}})}) {
-        std::string text = xml;
-        ASSERT_TRUE(SpliceAtChildren(text, block));
-        EXPECT_TRUE(WellFormed(text));
-        pugi::xml_document doc;
-        doc.load_string(text.c_str());
-        EXPECT_EQ(doc.select_nodes("//Children").size(), 1u);
-        const std::vector<std::string> names = ChildNames(text);
-        ASSERT_FALSE(names.empty());
-        EXPECT_EQ(names.front(), "New");
-    }
-}
-
 TEST(FindNamedChild, FindsTheWholeBlockOfTheNamedChild) {
     const std::string xml = CoachXml("Smoke", {{"Smoke", Upright("0", "4", "1")}, {"Driver", Upright("1", "2", "3")}});
     struct Case {

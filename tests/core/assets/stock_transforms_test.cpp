@@ -37,14 +37,6 @@ TEST(LodText, FourPlacesUnlessTheyAreAllNought) {
     for (const auto& [value, text] : cases) EXPECT_EQ(LodText(value), text) << value;
 }
 
-TEST(ClampLod, LargerEntriesTakeTheLimit) {
-    EXPECT_EQ(ClampMinLod(4001), 4000);
-    EXPECT_EQ(ClampMinLod(4000), 4000);
-    EXPECT_EQ(ClampMinLod(12), 12);
-    EXPECT_EQ(ClampMaxLod(10000.5), 10000);
-    EXPECT_EQ(ClampMaxLod(9999), 9999);
-}
-
 std::vector<std::string> LodValues(const std::string& text) {
     std::vector<std::string> values;
     pugi::xml_document doc;

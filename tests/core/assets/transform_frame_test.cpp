@@ -134,21 +134,6 @@ TEST(TransformFrame, CancelOrNoRowsDoNothing) {
     EXPECT_TRUE(fs::exists(cache));
 }
 
-TEST(TransformFrame, VerdictsOtherThanChangedWriteNothing) {
-    for (const Verdict verdict : {Verdict::Nothing, Verdict::Unfit, Verdict::Cancelled}) {
-        Game game;
-        const fs::path coach = game.put(kCoachFile, CoachXml("Old Coach", {}));
-        const std::string before = game.bytesOf(kCoachFile);
-        game.okToWarning();
-        const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, Giving(verdict));
-        ASSERT_EQ(out.rows.size(), 1u);
-        EXPECT_EQ(out.rows[0].written, "");
-        EXPECT_FALSE(out.rows[0].reason.empty());
-        EXPECT_EQ(game.bytesOf(kCoachFile), before);
-        EXPECT_EQ(Siblings(coach), std::vector<fs::path>{"Coach.bin"});
-    }
-}
-
 TEST(TransformFrame, ACompileThatFailsLeavesTheOriginal) {
     struct Case {
         std::string name;
