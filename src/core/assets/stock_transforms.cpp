@@ -97,8 +97,8 @@ std::string NewNameValue(std::string_view typed, std::string_view oldName) {
 
 TransformOutcome ChangeName(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
     auto typed = std::make_shared<std::string>();
-    TransformSpec spec("mnuChangeName_Click", TransformFile::Blueprint, nullptr);
-    spec.prepare = [typed](app::AppContext& c, const std::vector<AssetRow>& rows) {
+    TransformCommand command("mnuChangeName_Click", TransformFile::Blueprint, nullptr);
+    command.prepare = [typed](app::AppContext& c, const std::vector<AssetRow>& rows) {
         if (!c.ui) return false;
         const auto answer = c.ui->input("Change Name", "Enter the new name. A # in it stands for the old name.",
                                         rows.front().name);
@@ -106,7 +106,7 @@ TransformOutcome ChangeName(app::AppContext& ctx, const std::vector<AssetRow>& s
         *typed = *answer;
         return true;
     };
-    spec.transform = [typed](app::AppContext&, TransformRow& row, std::string_view text) {
+    command.transform = [typed](app::AppContext&, TransformRow& row, std::string_view text) {
         TransformResult result = TransformResult::Changed(std::string(text));
         const std::string value = NewNameValue(*typed, BlueprintEnglishName(text));
         if (!SetBlueprintName(result.text, value, NameLanguages::Eight)) {
@@ -118,7 +118,7 @@ TransformOutcome ChangeName(app::AppContext& ctx, const std::vector<AssetRow>& s
         row.row.name = WithoutCommas(shown);
         return result;
     };
-    return RunTransform(ctx, selected, spec);
+    return RunTransform(ctx, selected, command);
 }
 
 // --- Change LODs ---
@@ -159,7 +159,7 @@ std::optional<std::string> RescaleLods(std::string_view text, double newMin, dou
 TransformOutcome ChangeLods(app::AppContext& ctx, const std::vector<AssetRow>& selected, double minLod,
                             double maxLod) {
     const double newMin = ClampMinLod(minLod), newMax = ClampMaxLod(maxLod);
-    TransformSpec spec("mnuLod_Click", TransformFile::Geometry, [newMin, newMax](app::AppContext&, TransformRow&,
+    TransformCommand command("mnuLod_Click", TransformFile::Geometry, [newMin, newMax](app::AppContext&, TransformRow&,
                                                                               std::string_view text) {
         LodChange change;
         std::optional<std::string> changed = RescaleLods(text, newMin, newMax, change);
@@ -170,8 +170,8 @@ TransformOutcome ChangeLods(app::AppContext& ctx, const std::vector<AssetRow>& s
         result.note = "LOD " + range + " made " + LodText(newMin) + " - " + LodText(newMax);
         return result;
     });
-    spec.reportHeading = "Provider\\Product\\Path";
-    return RunTransform(ctx, selected, spec);
+    command.reportHeading = "Provider\\Product\\Path";
+    return RunTransform(ctx, selected, command);
 }
 
 // --- Display Child Entries ---
@@ -211,7 +211,7 @@ int RemoveChildBlocks(std::string& text, const std::vector<std::string>& childNa
 
 TransformOutcome RemoveChildEntries(app::AppContext& ctx, const std::vector<AssetRow>& selected,
                                     const std::vector<std::string>& childNames, const SaveAsAsk& ask) {
-    TransformSpec spec("Command12_Click", TransformFile::Blueprint, [&childNames, &ask](app::AppContext&, TransformRow& row,
+    TransformCommand command("Command12_Click", TransformFile::Blueprint, [&childNames, &ask](app::AppContext&, TransformRow& row,
                                                                                      std::string_view text) {
         TransformResult result = TransformResult::Changed(std::string(text));
         const int removed = RemoveChildBlocks(result.text, childNames);
@@ -224,10 +224,10 @@ TransformOutcome RemoveChildEntries(app::AppContext& ctx, const std::vector<Asse
         result.note = std::to_string(removed) + " child entries removed, saved as " + result.saveAs;
         return result;
     });
-    spec.prepare = [&childNames](app::AppContext& c, const std::vector<AssetRow>&) {
+    command.prepare = [&childNames](app::AppContext& c, const std::vector<AssetRow>&) {
         return ChildChosen(c, !childNames.empty());
     };
-    return RunTransform(ctx, selected, spec);
+    return RunTransform(ctx, selected, command);
 }
 
 // --- Correct Selected Smoke Stack ---
@@ -260,14 +260,14 @@ TransformResult StraightenChild(std::string_view text, std::string_view childNam
 
 TransformOutcome CorrectSmokeStack(app::AppContext& ctx, const std::vector<AssetRow>& selected,
                                    const std::string& childName) {
-    TransformSpec spec("Command7_Click", TransformFile::Blueprint,
+    TransformCommand command("Command7_Click", TransformFile::Blueprint,
                        [&childName](app::AppContext&, TransformRow&, std::string_view text) {
                            return StraightenChild(text, childName);
                        });
-    spec.prepare = [&childName](app::AppContext& c, const std::vector<AssetRow>&) {
+    command.prepare = [&childName](app::AppContext& c, const std::vector<AssetRow>&) {
         return ChildChosen(c, !childName.empty());
     };
-    return RunTransform(ctx, selected, spec);
+    return RunTransform(ctx, selected, command);
 }
 
 }  // namespace ferrolund::assets

@@ -88,13 +88,13 @@ base::Status Replace(const std::string& made, const std::string& target, std::st
 
 struct RowRun {
     app::AppContext& ctx;
-    const TransformSpec& spec;
+    const TransformCommand& command;
     std::string temp;
 
     bool convertToXml(const std::string& file, const std::string& base, std::string& text) {
         const std::string xml = temp + "\\" + base + ".xml";
         base::Status status;
-        if (spec.file == TransformFile::Geometry) {
+        if (command.file == TransformFile::Geometry) {
             // The converter takes a geometry only under the name of a blueprint.
             const std::string copy = temp + "\\" + base + ".bin";
             status = tools::CopyFileReplacing(file, copy);
@@ -119,7 +119,7 @@ struct RowRun {
 
     TransformResult apply(TransformRow& row, const std::string& text) {
         try {
-            return spec.transform(ctx, row, text);
+            return command.transform(ctx, row, text);
         } catch (const std::exception& e) {
             ctx.report(base::RunError{base::err::kPathFileAccess, e.what()}, kModule);
             return TransformResult::Skip(TransformResult::Verdict::Unfit, e.what());
@@ -130,7 +130,7 @@ struct RowRun {
         RowOutcome out;
         out.row = selected;
         std::string file = RowFile(ctx, selected);
-        if (spec.file == TransformFile::Geometry) {
+        if (command.file == TransformFile::Geometry) {
             file = GeometryFile(ctx, file);
             if (file.empty()) {
                 out.reason = "This item does not name a geometry file.";
@@ -142,7 +142,7 @@ struct RowRun {
             out.reason = "The file " + file + " does not exist.";
             return out;
         }
-        const std::string base = BaseOf(file, spec.file);
+        const std::string base = BaseOf(file, command.file);
         std::string text;
         if (!convertToXml(file, base, text)) {
             out.reason = CompileFailedMessage(file);
@@ -157,7 +157,7 @@ struct RowRun {
             return out;
         }
         const std::string target = result.saveAs.empty() ? file : FolderOf(file) + result.saveAs;
-        const std::string made = compile(BaseOf(target, spec.file), result.text);
+        const std::string made = compile(BaseOf(target, command.file), result.text);
         if (made.empty()) {
             out.row = selected;
             out.reason = CompileFailedMessage(file);
@@ -268,10 +268,10 @@ bool SameXmlContent(std::string_view intended, std::string_view readBack) {
     return x && y && SameElement(x, y);
 }
 
-TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformSpec& spec) {
+TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformCommand& command) {
     TransformOutcome out;
-    ctx.currentRoutine = spec.routine;
-    if (spec.warn && ctx.ui &&
+    ctx.currentRoutine = command.routine;
+    if (command.warn && ctx.ui &&
         ctx.ui->ask(ctx.langText(446, {}, kModule) + "\r\n" + ctx.langText(447, {}, kModule), base::Buttons::OkCancel,
                     base::Icon::Exclamation) != base::Answer::Ok) {
         return out;
@@ -283,10 +283,10 @@ TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>&
         if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
         return out;
     }
-    if (spec.prepare && !spec.prepare(ctx, rows)) return out;
+    if (command.prepare && !command.prepare(ctx, rows)) return out;
     out.ran = true;
-    if (!spec.reportHeading.empty()) out.report += spec.reportHeading + "\r\n";
-    RowRun run{ctx, spec, ctx.appPath("TempFiles")};
+    if (!command.reportHeading.empty()) out.report += command.reportHeading + "\r\n";
+    RowRun run{ctx, command, ctx.appPath("TempFiles")};
     tools::CreatePath(run.temp);
     if (ctx.ui) ctx.ui->busy(true);
     for (const AssetRow& row : rows) {

@@ -61,7 +61,7 @@ struct TransformResult {
 
 using Transform = std::function<TransformResult(app::AppContext& ctx, TransformRow& row, std::string_view text)>;
 
-struct TransformSpec {
+struct TransformCommand {
     std::string routine;  // the command, named in the error log
     TransformFile file = TransformFile::Blueprint;
     Transform transform;
@@ -71,7 +71,7 @@ struct TransformSpec {
     // false ends the command with nothing done.
     std::function<bool(app::AppContext& ctx, const std::vector<AssetRow>& rows)> prepare;
 
-    TransformSpec(std::string routineName, TransformFile kind, Transform change)
+    TransformCommand(std::string routineName, TransformFile kind, Transform change)
         : routine(std::move(routineName)), file(kind), transform(std::move(change)) {}
 };
 
@@ -96,7 +96,7 @@ inline constexpr std::string_view kChangesMade = "Requested changes have been ma
 
 // Runs the transform over the selected rows. Rows with an empty first cell are passed
 // over. Between two rows it lets events through and stops when ctx.abortFlag is set.
-TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformSpec& spec);
+TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformCommand& command);
 
 // The file a row names: GameRoot\Assets\Provider\Product\Path.
 std::string RowFile(const app::AppContext& ctx, const AssetRow& row);

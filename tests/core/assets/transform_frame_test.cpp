@@ -25,8 +25,8 @@ const std::string kCoach = "RailVehicles\\Wägen\\Coach.bin";
 const std::string kCoachFile = "Prov\\Prod\\" + kCoach;
 
 // A transform that puts a new child at the head of the list.
-TransformSpec AddChild() {
-    return TransformSpec("test", TransformFile::Blueprint, [](app::AppContext&, TransformRow&, std::string_view text) {
+TransformCommand AddChild() {
+    return TransformCommand("test", TransformFile::Blueprint, [](app::AppContext&, TransformRow&, std::string_view text) {
         TransformResult result = TransformResult::Changed(std::string(text));
         SpliceAtChildren(result.text, "<cEntityContainerBlueprint-sChild>\r\n"
                                           "<ChildName d:type=\"cDeltaString\">Added</ChildName>\r\n"
@@ -36,8 +36,8 @@ TransformSpec AddChild() {
 }
 
 // A transform that gives the same answer for every row.
-TransformSpec Giving(Verdict verdict, std::string text = {}) {
-    return TransformSpec("test", TransformFile::Blueprint, [=](app::AppContext&, TransformRow&, std::string_view original) {
+TransformCommand Giving(Verdict verdict, std::string text = {}) {
+    return TransformCommand("test", TransformFile::Blueprint, [=](app::AppContext&, TransformRow&, std::string_view original) {
         TransformResult result = TransformResult::Skip(verdict, "why");
         result.text = text.empty() ? std::string(original) : text;
         return result;
@@ -203,15 +203,15 @@ TEST(TransformFrame, ATargetThatCannotBeReplacedLeavesNoPartBehind) {
     const fs::path coach = game.put(kCoachFile, CoachXml("Old Coach", {}));
     const std::string before = game.bytesOf(kCoachFile);
     fs::create_directories(coach.parent_path() / "Coach_X.bin" / "inside");
-    TransformSpec spec = AddChild();
-    const Transform add = spec.transform;
-    spec.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
+    TransformCommand command = AddChild();
+    const Transform add = command.transform;
+    command.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
         TransformResult result = add(ctx, row, text);
         result.saveAs = row.base + "_X.bin";
         return result;
     };
     game.okToWarning();
-    const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, spec);
+    const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, command);
     ASSERT_EQ(out.rows.size(), 1u);
     EXPECT_EQ(out.rows[0].written, "");
     EXPECT_FALSE(out.rows[0].reason.empty());
@@ -227,16 +227,16 @@ TEST(TransformFrame, AnAbortStopsBetweenRows) {
     game.put(kCoachFile, CoachXml("One", {}));
     const fs::path two = game.put(second, CoachXml("Two", {}));
     const std::string before = game.bytesOf(second);
-    TransformSpec spec = AddChild();
-    const Transform add = spec.transform;
+    TransformCommand command = AddChild();
+    const Transform add = command.transform;
     // "&Abort" is pressed while the first row is under way.
-    spec.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
+    command.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
         ctx.abortFlag = true;
         return add(ctx, row, text);
     };
     game.okToWarning();
     const TransformOutcome out = RunTransform(
-        game.ctx, {game.row("Prov", "Prod", kCoach), game.row("Prov", "Prod", "RailVehicles\\Two\\Coach.bin")}, spec);
+        game.ctx, {game.row("Prov", "Prod", kCoach), game.row("Prov", "Prod", "RailVehicles\\Two\\Coach.bin")}, command);
     EXPECT_TRUE(out.aborted);
     ASSERT_EQ(out.rows.size(), 1u);
     EXPECT_EQ(ChildNames(game.xmlOf(kCoachFile)), std::vector<std::string>{"Added"});
@@ -263,16 +263,16 @@ TEST(TransformFrame, ANewNameIsWrittenBesideTheOriginal) {
     Game game;
     const fs::path coach = game.put(kCoachFile, CoachXml("Old Coach", {}));
     const std::string before = game.bytesOf(kCoachFile);
-    TransformSpec spec = AddChild();
-    const Transform add = spec.transform;
-    spec.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
+    TransformCommand command = AddChild();
+    const Transform add = command.transform;
+    command.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
         TransformResult result = add(ctx, row, text);
         result.saveAs = row.base + "_X.bin";
         return result;
     };
     for (int run = 0; run < 2; ++run) {
         game.okToWarning();
-        const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, spec);
+        const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, command);
         ASSERT_EQ(out.rows.size(), 1u);
         EXPECT_EQ(out.rows[0].written, game.gameRoot() + "\\Assets\\Prov\\Prod\\RailVehicles\\Wägen\\Coach_X.bin");
         EXPECT_EQ(out.rows[0].backup.empty(), run == 0);  // a second run keeps the first result
