@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <ostream>
 
+#include "assets/asset_index.h"
+#include "assets/asset_scan.h"
 #include "assets/blueprint.h"
 #include "assets/file_check.h"
 #include "cli/shared_options.h"
@@ -21,69 +23,20 @@ constexpr const char* kUsage = "ferrolund-cli: check-assets (--index FILE | FOLD
 
 std::string Shown(const std::string& text) { return tools::ShownText(text); }
 
-std::vector<std::string> Cells(const std::string& line) {
-    std::vector<std::string> cells;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t comma = line.find(',', start);
-        cells.push_back(line.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
-        if (comma == std::string::npos) break;
-        start = comma + 1;
-    }
-    for (std::string& cell : cells)
-        if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"') cell = cell.substr(1, cell.size() - 2);
-    return cells;
-}
-
-// Every .bin below the folder (a folder under the simulator's Assets), as rows in path order.
-bool FolderRows(const std::string& folder, std::vector<assets::AssetRow>& rows, std::ostream& err) {
-    std::vector<std::string> files;
-    std::error_code ec;
-    for (fs::recursive_directory_iterator it(tools::HostPath(folder), ec), end; !ec && it != end; it.increment(ec)) {
-        if (it->is_regular_file(ec) && tools::NameKey(it->path().extension().string()) == ".bin")
-            files.push_back(tools::SystemPath(it->path()));
-    }
-    std::sort(files.begin(), files.end());
-    for (const std::string& file : files) {
-        bool invalid = false;
-        const auto ref = assets::SplitAssetPath(file, &invalid);
-        if (!ref) {
-            err << "ferrolund-cli: " << Shown(file) << " is not below an Assets folder\n";
-            return false;
-        }
-        assets::AssetRow row;
-        row.provider = ref->provider;
-        row.product = ref->product;
-        row.path = ref->blueprintId;
-        std::replace(row.path.begin(), row.path.end(), '/', '\\');
-        rows.push_back(std::move(row));
-    }
-    return true;
+// Every .bin below the folder, as rows in the asset list's order: the list's own walk,
+// without reading the files.
+bool FolderRows(app::AppContext& ctx, const std::string& folder, std::vector<assets::AssetRow>& rows,
+                std::ostream& err) {
+    assets::ScanOptions options;
+    options.startFolder = folder;
+    options.readBlueprints = false;
+    const assets::ScanTotals totals = assets::ScanAssets(
+        ctx, options, [&rows](std::vector<assets::AssetRow>& batch) { rows.insert(rows.end(), batch.begin(), batch.end()); });
+    for (const auto& problem : totals.problems) err << "ferrolund-cli: " << Shown(problem.path) << ": " << problem.message << "\n";
+    return !totals.aborted;
 }
 
 }  // namespace
-
-std::vector<assets::AssetRow> ReadIndexRows(const std::string& text, const std::string& file, std::ostream& err) {
-    std::vector<assets::AssetRow> rows;
-    std::size_t start = 0, number = 0;
-    while (start < text.size()) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        std::string line = text.substr(start, end - start);
-        start = end + 1;
-        ++number;
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (line.find_first_not_of(" \t") == std::string::npos) continue;
-        const std::vector<std::string> cells = Cells(line);
-        if (number == 1 && cells.front() == "Provider") continue;
-        if (cells.size() < 3) {
-            err << "ferrolund-cli: " << Shown(file) << " line " << number << ": fewer than three columns, passed over\n";
-            continue;
-        }
-        rows.push_back(assets::AssetRow::FromCells(cells));
-    }
-    return rows;
-}
 
 int CheckAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::string index, folder, csvFolder;
@@ -111,7 +64,12 @@ int CheckAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
             err << "ferrolund-cli: no index file " << Shown(index) << "\n";
             return kExitFailed;
         }
-        rows = ReadIndexRows(tools::ReadTextFile(index), index, err);
+        const assets::LoadedIndex loaded = assets::LoadAssetIndex(index);
+        for (const auto& problem : loaded.problems)
+            err << "ferrolund-cli: " << Shown(index) << " line " << problem.line << ": " << Shown(problem.text) << "\n";
+        for (const auto& row : loaded.rows) {
+            if (!assets::IsHeadingRow(row)) rows.push_back(row);
+        }
     } else {
         std::string given = folder;
         if (!fs::is_directory(tools::HostPath(given))) given = ctx.gameRoot() + "\\Assets\\" + folder;
@@ -119,7 +77,7 @@ int CheckAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
             err << "ferrolund-cli: no folder " << Shown(folder) << "\n";
             return kExitFailed;
         }
-        if (!FolderRows(given, rows, err)) return kExitFailed;
+        if (!FolderRows(ctx, given, rows, err)) return kExitFailed;
     }
     if (rows.empty()) {
         err << "ferrolund-cli: no blueprints to check\n";
