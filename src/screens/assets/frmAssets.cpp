@@ -277,7 +277,15 @@ void frmAssets::buildButtons() {
     addButton("cmdAdd", 437, "Add to List", [this] { addToList(); });
     addButton("cmdZero", 438, "Find Zero Length Files", [this] { findZeroLength(); });
     addButton("cmdQD", 463, "List QD consists", [this] { listQuickDrive(); });
+    addButton("cmdIndex", 448, "Save Stock Index", [this] { saveStockIndex(); });
     addButton("cmdDelete", 454, "Delete Selected", [this] { deleteSelected(); });
+    addButton("cmdRename", 453, "Rename Selected Asset", [this] { changeName(); });
+    addButton("cmdChildren", 455, "Display Child Entries.", [this] { displayChildEntries(); });
+    addButton("cmdRemoveChildren", 456, " Remove Selected Child Entries.", [this] { removeChildEntries(); });
+    addButton("cmdSmoke", 457, "Correct Selected Smoke Stack", [this] { correctSmokeStack(); });
+    addButton("cmdLocoInfo", 458, "Add LocoInformation", [this] { addLocoInformation(); });
+    addButton("cmdMissing", 459, "Process Missing Assets File", [this] { processMissingAssets(); });
+    addButton("cmdPackage", 460, "Package Missing Assets", [this] { packageMissingAssets(); });
 }
 
 void frmAssets::buildMenus() {

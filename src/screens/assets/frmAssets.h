@@ -12,6 +12,8 @@
 #include "app/app_context.h"
 #include "assets/asset_row.h"
 #include "assets/asset_scan.h"
+#include "assets/file_check.h"
+#include "assets/transform_frame.h"
 
 class QAction;
 class QCheckBox;
@@ -58,6 +60,16 @@ public:
     void saveStockIndex();
     void deleteSelected();
     void showRow(int row);
+    void changeName();
+    void changeLods();
+    void displayChildEntries();
+    void removeChildEntries();
+    void correctSmokeStack();
+    void checkFiles(assets::RowReport kind);
+    void whereIsItUsed();
+    void addLocoInformation();
+    void processMissingAssets();
+    void packageMissingAssets();
 
 private:
     enum class ScanMode { List, ZeroLength, QuickDrive };
@@ -70,6 +82,13 @@ private:
     std::string lang(int n, const std::string& fallback = {}) const;
     void runScan(ScanMode mode, const std::string& onlyFileName = {});
     void setRunning(bool on);
+    std::vector<assets::AssetRow> selectedAssetRows() const;
+    // The choices of the boxes above the list.
+    assets::AssetFilter screenFilter() const;
+    // Runs an edit over the selected rows; the rows written take their new cells.
+    void runTransform(const std::function<assets::TransformOutcome(const std::vector<assets::AssetRow>&)>& transform);
+    void showOutcome(const assets::TransformOutcome& outcome, const std::vector<std::size_t>& indices);
+    std::vector<std::string> chosenChildren() const;
     void showMissingAssetCommands();
     // The command behind an entry of the Edit or Check Assets menu; empty for one that
     // is not part of this build.
@@ -97,6 +116,7 @@ private:
     bool zeroLengthMode_ = false;
     bool runScanAfterDelete_ = false;
     std::vector<assets::ScanProblem> lastProblems_;
+    std::vector<std::string> childNames_;  // as the blueprint holds them
 };
 
 // Opens the screen, for the main menu's "Asset Editor".

@@ -24,6 +24,16 @@ constexpr const char* kModule = "frmAssets";
 std::string Trimmed(const QString& text) { return FromQt(text.trimmed()); }
 }  // namespace
 
+assets::AssetFilter frmAssets::screenFilter() const {
+    assets::AssetFilter filter;
+    filter.category = Trimmed(category_->currentText());
+    filter.rollingStockOnly = rollingStock_->isChecked();
+    filter.defaultFolders = defaultFolders_->isChecked();
+    filter.excludePreLoad = excludePreLoad_->isChecked();
+    filter.language = ctx_.prefs.language.empty() ? "English" : ctx_.prefs.language;
+    return filter;
+}
+
 void frmAssets::runScan(ScanMode mode, const std::string& onlyFileName) {
     assets::ScanOptions options;
     options.startFolder = Trimmed(folder_->text());
@@ -35,17 +45,15 @@ void frmAssets::runScan(ScanMode mode, const std::string& onlyFileName) {
         rollingStock_->setChecked(false);
         excludePreLoad_->setChecked(false);
     }
-    options.filter.category = Trimmed(category_->currentText());
-    options.filter.rollingStockOnly = rollingStock_->isChecked();
-    options.filter.defaultFolders = defaultFolders_->isChecked();
-    options.filter.excludePreLoad = excludePreLoad_->isChecked();
+    options.filter = screenFilter();
     options.filter.quickDrive = mode == ScanMode::QuickDrive;
-    options.filter.language = ctx_.prefs.language.empty() ? "English" : ctx_.prefs.language;
     if (!onlyFileName.empty()) options.filter.onlyFileName = onlyFileName;
     options.fileFilter = Trimmed(filter_->text());
     if (mode == ScanMode::List || mode == ScanMode::QuickDrive) readBlueprints_ = true;
     options.zeroLength = mode == ScanMode::ZeroLength;
-    options.readBlueprints = readBlueprints_;
+    // An empty file is never a blueprint: the zero-length walk lists every one it meets,
+    // .bin files included, so that they can be found and deleted.
+    options.readBlueprints = readBlueprints_ && mode != ScanMode::ZeroLength;
     zeroLengthMode_ = mode == ScanMode::ZeroLength;
 
     setRunning(true);
