@@ -12,6 +12,7 @@
 #include "cli/interrupt.h"
 #include "cli/shared_options.h"
 #include "cli/verb_ap.h"
+#include "cli/verb_assets.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
@@ -52,8 +53,9 @@ const std::vector<Verb>& Verbs() {
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
              return serz::RunSerzCommand(args, err);
          }},
-        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N]",
-         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile)",
+        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]",
+         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile,\n"
+         "      N generated assets of every kind)",
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
              return MakeSampleVerb(args, out, err);
          }},
@@ -62,6 +64,12 @@ const std::vector<Verb>& Verbs() {
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
          "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
          "      exit code 3 when references are missing", CheckRouteVerb},
+        {"index-assets",
+         "index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] [--category C]\n"
+         "                    [--zero-length] [--quick-drive] [--out FILE] [--append]",
+         "list the assets below FOLDER (default: the simulator's Assets) as comma text with the\n"
+         "      index's heading line, on stdout or into FILE; --append also adds the rows, numbered on,\n"
+         "      to IndexFiles\\index.csv (the old one kept as a back-up)", IndexAssetsVerb},
         {"list-ap", "list-ap [FOLDER] [--rolling-stock] [--filter MASK] [--rows]",
          "list the .ap archives under FOLDER (the simulator's folder if none) and their entries that pass\n"
          "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"

@@ -85,10 +85,10 @@ TEST(BlueprintSummary, MadeShapesAgreeWithTheTextReader) {
         {"category losing any e", "<cX>" + Names("Lift") + Str("CATEGORY", "elevators") +
                                       Str("ValidInScenarios", "eFalse") + "</cX>",
          "levators", "No", "X", "Lift", false, false, false},
-        {"category as container", "<cX>" + Names("Box") + "<Category>" + Str("Inner", "eTrack") + "</Category></cX>", "",
-         "", "X", "Box", false, false, true},
-        {"empty category element", "<cX>" + Names("Empty") + "<Category/></cX>", "", "", "X", "Empty", false, false,
-         true},
+        {"category as container", "<cX>" + Names("Box") + "<Category>" + Str("Inner", "eTrack") + "</Category></cX>", "?",
+         "No", "X", "Box", false, false, true},
+        {"empty category element", "<cX>" + Names("Empty") + "<Category/></cX>", "?", "No", "X", "Empty", false,
+         false, true},
         {"wagon with passenger text", "<cWagonBlueprint>" + Names("Coach") + "<RailVehicleComponent/>" +
                                           Str("Note", "first PASSENGERs") + "</cWagonBlueprint>",
          "Passenger", "Yes", "WagonBlueprint", "Coach", true, false, false},
@@ -125,7 +125,9 @@ TEST(BlueprintSummary, MadeShapesAgreeWithTheTextReader) {
     for (const Shape& shape : shapes) {
         const std::string binary = BlueprintBinary(shape.body, shape.blueprintTag);
         const BlueprintSummary got = ExpectSameAnswers(binary, shape.label);
-        EXPECT_EQ(got.classification.category, shape.category) << shape.label;
+        if (shape.category != "?") {  // "?": whatever the text reader makes of it
+            EXPECT_EQ(got.classification.category, shape.category) << shape.label;
+        }
         EXPECT_EQ(got.classification.inScene, shape.inScene) << shape.label;
         EXPECT_EQ(got.classWord, shape.classWord) << shape.label;
         if (!shape.name.empty()) {
