@@ -62,6 +62,23 @@ std::string FolderOf(const std::string& path) {
     return slash == std::string::npos ? std::string() : path.substr(0, slash);
 }
 
+// "<name>,<folder>" a line into AppRoot\<folder>\<file>, then the message.
+bool SaveNameFolderList(app::AppContext& ctx, const std::string& folder, const std::string& file,
+                        const std::vector<std::string>& paths, const char* message) {
+    tools::CreatePath(ctx.appPath(folder));
+    services::ReportTable table;
+    for (const auto& path : paths) {
+        const std::size_t slash = path.find_last_of("\\/");
+        table.rows.push_back({slash == std::string::npos ? path : path.substr(slash + 1), FolderOf(path)});
+    }
+    if (base::Status failed = services::SaveReportTable(ctx.appPath(folder + "\\" + file), table)) {
+        ctx.report(*failed, kModule);
+        return false;
+    }
+    if (ctx.ui) ctx.ui->message(message, base::Icon::Information);
+    return true;
+}
+
 }  // namespace
 
 bool ApEntryPasses(std::string_view stored, const ApEntryFilter& filter) {
@@ -188,18 +205,15 @@ std::size_t ApAssetList::addEntries(app::AppContext& ctx, const std::vector<std:
 }
 
 bool ApAssetList::saveApIndex(app::AppContext& ctx) const {
-    tools::CreatePath(ctx.appPath("Data"));
-    services::ReportTable table;
-    for (const auto& path : apFiles_) {
-        const std::size_t slash = path.find_last_of("\\/");
-        table.rows.push_back({slash == std::string::npos ? path : path.substr(slash + 1), FolderOf(path)});
-    }
-    if (base::Status failed = services::SaveReportTable(ctx.appPath("Data\\AP-Index.csv"), table)) {
-        ctx.report(*failed, kModule);
-        return false;
-    }
-    if (ctx.ui) ctx.ui->message(kApIndexSavedMessage, base::Icon::Information);
-    return true;
+    return SaveNameFolderList(ctx, "Data", "AP-Index.csv", apFiles_, kApIndexSavedMessage);
+}
+
+bool ApAssetList::saveBinIndex(app::AppContext& ctx) const {
+    std::vector<std::string> paths;
+    const std::string folder = FolderOf(archive_.path());
+    for (const auto& entry : entries_)
+        if (Extension(entry.name) == "bin") paths.push_back(folder + "\\" + entry.stored);
+    return SaveNameFolderList(ctx, "Reports", "BIN-Index.csv", paths, kBinIndexSavedMessage);
 }
 
 bool ApAssetList::appendToIndex(app::AppContext& ctx) const {

@@ -112,7 +112,7 @@ TEST(ApAssets, ListingInsideTheSampleArchives) {
     EXPECT_TRUE(ListApEntries(SamplePath(kStationPack), {.rollingStockOnly = true, .mask = "*"}).entries.empty());
 }
 
-TEST(ApAssets, FindApFilesAndSaveTheApIndex) {
+TEST(ApAssets, FindApFilesAndSaveTheApAndBinIndexes) {
     Fixture f;
     f.root.write("IndexFiles/index.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\n"
                                          "P,Q,a.bin,A,Yes,,,41\r\n");
@@ -136,6 +136,14 @@ TEST(ApAssets, FindApFilesAndSaveTheApIndex) {
               std::string::npos)
         << text;
     EXPECT_NE(text.find("MainContent.ap,"), std::string::npos) << text;
+
+    // The blueprints of the chosen archive, where they lie once unpacked.
+    list.filter.mask = "*";
+    ASSERT_TRUE(list.chooseArchive(f.ctx, SamplePath(kStationPack)));
+    ASSERT_TRUE(list.saveBinIndex(f.ctx));
+    EXPECT_EQ(f.ui.texts().back(), kBinIndexSavedMessage);
+    EXPECT_EQ(f.root.read("Reports/BIN-Index.csv"),
+              "Platform.bin," + SamplePath("Assets\\Brackenridge\\StationPack\\Scenery") + "\r\n");
 }
 
 TEST(ApAssets, ArchivesOverTwoGigabytesAreSetApart) {
