@@ -8,6 +8,7 @@
 #include "assets/asset_index.h"
 #include "core/archives/zip_fixture.h"
 #include "core/sample/sample_fixture.h"
+#include "core/tools/testdata_file.h"
 #include "support/cli_run.h"
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
@@ -322,6 +323,29 @@ TEST(ApAssets, RowsOfBlueprintsReadInsideTheArchive) {
         EXPECT_TRUE(IsHeadingRow(index.rows[1])) << c.what;
         EXPECT_EQ(index.rows.back().index, std::to_string(c.lastNumber)) << c.what;
         EXPECT_EQ(LastRunningNumber(f.ctx), c.lastNumber) << c.what;
+    }
+}
+
+TEST(ApAssets, ARealSceneryBlueprintInsideAnArchive) {
+    FERROLUND_READ_TESTDATA(bytes, "serz/scenery-item.bin");
+    Fixture f;
+    const fs::path ap = f.root.path() / "Assets/Kuju/Forest/Trees.ap";
+    testing::MakeZip(ap, {{"Scenery/Trees/Beech.bin", bytes}});
+    archives::ZipArchive archive;
+    ASSERT_FALSE(archive.open(ap.string()));
+    for (const bool rollingStock : {false, true}) {
+        long last = 0;
+        std::vector<std::string> problems;
+        AssetFilter filter;
+        filter.rollingStockOnly = rollingStock;
+        const std::vector<AssetRow> rows = ApEntryRows(f.ctx, archive, {0}, filter, last, problems);
+        EXPECT_TRUE(problems.empty());
+        if (rollingStock) {
+            EXPECT_TRUE(rows.empty()) << "a tree is no vehicle";
+            continue;
+        }
+        EXPECT_EQ(rows, (std::vector<AssetRow>{{"Kuju", "Forest", "Scenery\\Trees\\Beech.bin", "AP Tree Near Beech 1",
+                                                "Yes", "FoliageLarge", "SceneryBlueprint", "1"}}));
     }
 }
 
