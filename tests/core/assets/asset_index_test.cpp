@@ -208,6 +208,28 @@ TEST(AssetIndex, AppendKeepsTheSecondHeadingAsARow) {
     }
 }
 
+TEST(AssetIndex, AFailedAppendLeavesTheIndex) {
+    struct Case {
+        const char* what;
+        const char* blocked;  // a folder standing where the append writes a file
+    };
+    const Case cases[] = {
+        {"the list cannot be written", "indextest.csv"},
+        {"the joined index cannot be written", "index.csv.new"},
+    };
+    for (const auto& c : cases) {
+        Fixture f;
+        const std::string before = kHeading + "K,P,a.bin,One,Yes,,,1\r\n";
+        f.root.write("IndexFiles/index.csv", before);
+        fs::create_directories(f.root.path() / "IndexFiles" / c.blocked);
+        std::string backup;
+        EXPECT_TRUE(AppendToIndex(f.ctx, {Row("X", "Two", 2)}, backup)) << c.what;
+        EXPECT_EQ(f.index(), before) << c.what;
+        EXPECT_EQ(backup, "") << c.what;
+        EXPECT_FALSE(fs::exists(f.root.path() / "IndexFiles/index.csv.bak")) << c.what;
+    }
+}
+
 TEST(AssetIndex, LastRunningNumber) {
     struct Case {
         std::string text;
