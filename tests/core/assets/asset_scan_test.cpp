@@ -143,6 +143,23 @@ TEST(AssetScan, Modes) {
     }
 }
 
+TEST(AssetScan, QuickDriveWalkListsPreLoadBlueprintsOnly) {
+    testing::TempFolder folder;
+    folder.write("Assets/P/Q/PreLoad/Express.bin", kEngine);
+    folder.write("Assets/P/Q/PreLoad/Fragments/Coaches.bin", kWagon);
+    folder.write("Assets/P/Q/PreLoad/Stub.bin", kWagon.substr(0, 60));  // under 100 bytes: not even read
+    folder.write("Assets/P/Q/RailVehicles/Engine/loco.bin", kEngine);
+    folder.write("Assets/P/Q/PreLoad/Shed.bin", kShed);
+    ScanOptions options;
+    options.startFolder = folder.system() + "/Assets";
+    options.filter.quickDrive = true;
+    options.filter.rollingStockOnly = true;  // the Quick Drive walk lists what is not rolling stock too
+    const Listing got = Scan(options);
+    EXPECT_EQ(Column(got.rows, &AssetRow::path),
+              (std::vector<std::string>{"PreLoad\\Express.bin", "PreLoad\\Shed.bin"}));
+    EXPECT_TRUE(got.totals.problems.empty());
+}
+
 TEST(AssetScan, BadPlacesAreProblemsAndTheWalkGoesOn) {
     Tree tree;
     tree.folder.write("Assets/Prov/stray.txt", "x");  // no product folder

@@ -107,6 +107,8 @@ TEST(BlueprintSummary, MadeShapesAgreeWithTheTextReader) {
          true, true, false},
         {"reskin with an id is no reskin tag", "<cReskinBlueprint d:id=\"7\">" + Names("Blue") + "</cReskinBlueprint>",
          "", "No", "ReskinBlueprint d:id=\"7\"", "Blue", false, false, false},
+        {"self-closed reskin tag", "<cX>" + Names("Plain") + "<cReskinBlueprint/></cX>", "", "No", "X", "Plain",
+         false, false, false},
         {"self-closed class tag", "<cEmpty/>" + Names("Odd"), "", "No", "Empty/", "Odd", false, false, false},
         {"class tag as a value", Str("cValue", "1") + Names("Odd"), "", "No", "Value d:type=\"cDeltaString\"", "Odd",
          false, false, true},
