@@ -37,7 +37,7 @@ std::vector<ferrolund::assets::AssetRow> Rows(int count, int first) {
 
 }  // namespace
 
-FERROLUND_BENCH(asset_index) {
+FERROLUND_BENCH(index_file) {
     const fs::path dir = fs::temp_directory_path() / ("ferrolund-bench-index-" + std::to_string(::getpid()));
     fs::create_directories(dir / "IndexFiles");
     ferrolund::app::AppContext ctx;

@@ -67,9 +67,10 @@ const std::vector<Verb>& Verbs() {
          "      exit code 3 when references are missing", CheckRouteVerb},
         {"index-assets",
          "index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] [--category C]\n"
-         "                    [--zero-length] [--quick-drive] [--out FILE]",
+         "                    [--zero-length] [--quick-drive] [--out FILE] [--append]",
          "list the assets below FOLDER (default: the simulator's Assets) as comma text with the\n"
-         "      index's heading line, on stdout or into FILE", IndexAssetsVerb},
+         "      index's heading line, on stdout or into FILE; --append also adds the rows, numbered on,\n"
+         "      to IndexFiles\\index.csv (the old one kept as a back-up)", IndexAssetsVerb},
         {"list-ap", "list-ap [FOLDER] [--rolling-stock] [--filter MASK] [--rows]",
          "list the .ap archives under FOLDER (the simulator's folder if none) and their entries that pass\n"
          "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"

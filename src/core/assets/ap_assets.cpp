@@ -5,6 +5,7 @@
 #include "archives/extract.h"
 #include "archives/extract_command.h"
 #include "archives/overlength.h"
+#include "assets/asset_filter.h"
 #include "assets/asset_index.h"
 #include "assets/asset_rows.h"
 #include "services/report_table.h"
@@ -32,17 +33,9 @@ constexpr std::string_view kPartWords[] = {
     "Digits",        "Canvas.",      "Decal",   "interior",    "Blueprint", "characters",
     "PassengerView", "Pivot",        "CoachInteriorLight",     "Passengers"};
 
-// What the asset list leaves out of rolling stock, with bogies and passenger views added
-// and textures allowed (those are caught above only in a Textures folder).
-constexpr std::string_view kNotStockWords[] = {
-    "scenery\\",   "Network\\",  "RailSimulatorCore", "Station",    "Weather\\",     "Markers",   "Audio",
-    "Lights\\",    "Particles",  "TimeOfDay",         "TemplateRoutes", "System\\",  "LevelCrossings",
-    "Procedural",  "Environment", "Bogeys",           "Bogies",     "Camera",        "Wheels",    "\\Simulation",
-    "Foliage",     "CabView",    "Number",            "SignalBox",  "icepak",        "Bridge",    "\\farm",
-    "\\Churches",  "\\Industrial", "\\Misc\\",        "\\Bahnhof",  "\\Bahnsteige",  "\\Bruecke", "\\Fremdes",
-    "Gantry",      "\\Haus",     "\\Lampen",          "\\Schilder", "\\Signal",      "\\Stellwerke", "\\Strassen",
-    "\\Sign",      "\\Crew",     "\\Lights",          "\\Objekte",  "Fragment",      "Consist",   "\\Clock",
-    "bogie",       "Bogie",      "passview"};
+// Beyond the asset list's words for what is no rolling stock (less "Texture", caught
+// above only in a Textures folder): bogies and passenger views.
+constexpr std::string_view kMoreNotStockWords[] = {"bogie", "passview"};
 
 template <std::size_t N>
 bool HasAny(std::string_view text, const std::string_view (&words)[N]) {
@@ -62,6 +55,23 @@ std::string FolderOf(const std::string& path) {
     return slash == std::string::npos ? std::string() : path.substr(0, slash);
 }
 
+// "<name>,<folder>" a line into AppRoot\<folder>\<file>, then the message.
+bool SaveNameFolderList(app::AppContext& ctx, const std::string& folder, const std::string& file,
+                        const std::vector<std::string>& paths, const char* message) {
+    tools::CreatePath(ctx.appPath(folder));
+    services::ReportTable table;
+    for (const auto& path : paths) {
+        const std::size_t slash = path.find_last_of("\\/");
+        table.rows.push_back({slash == std::string::npos ? path : path.substr(slash + 1), FolderOf(path)});
+    }
+    if (base::Status failed = services::SaveReportTable(ctx.appPath(folder + "\\" + file), table)) {
+        ctx.report(*failed, kModule);
+        return false;
+    }
+    if (ctx.ui) ctx.ui->message(message, base::Icon::Information);
+    return true;
+}
+
 }  // namespace
 
 bool ApEntryPasses(std::string_view stored, const ApEntryFilter& filter) {
@@ -75,7 +85,7 @@ bool ApEntryPasses(std::string_view stored, const ApEntryFilter& filter) {
     // Words that open with a separator match at the start of the name as well.
     const std::string path = "\\" + std::string(stored);
     if (tools::InStr(path, "RailVehicles") == 0 || !HasAny(path, kStockFolders)) return false;
-    return !HasAny(path, kPartWords) && !HasAny(path, kNotStockWords);
+    return !HasAny(path, kPartWords) && !HoldsNotRollingStockWord(path, false) && !HasAny(path, kMoreNotStockWords);
 }
 
 ApListing ListApEntries(const std::string& archivePath, const ApEntryFilter& filter) {
@@ -188,18 +198,15 @@ std::size_t ApAssetList::addEntries(app::AppContext& ctx, const std::vector<std:
 }
 
 bool ApAssetList::saveApIndex(app::AppContext& ctx) const {
-    tools::CreatePath(ctx.appPath("Data"));
-    services::ReportTable table;
-    for (const auto& path : apFiles_) {
-        const std::size_t slash = path.find_last_of("\\/");
-        table.rows.push_back({slash == std::string::npos ? path : path.substr(slash + 1), FolderOf(path)});
-    }
-    if (base::Status failed = services::SaveReportTable(ctx.appPath("Data\\AP-Index.csv"), table)) {
-        ctx.report(*failed, kModule);
-        return false;
-    }
-    if (ctx.ui) ctx.ui->message(kApIndexSavedMessage, base::Icon::Information);
-    return true;
+    return SaveNameFolderList(ctx, "Data", "AP-Index.csv", apFiles_, kApIndexSavedMessage);
+}
+
+bool ApAssetList::saveBinIndex(app::AppContext& ctx) const {
+    std::vector<std::string> paths;
+    const std::string folder = FolderOf(archive_.path());
+    for (const auto& entry : entries_)
+        if (Extension(entry.name) == "bin") paths.push_back(folder + "\\" + entry.stored);
+    return SaveNameFolderList(ctx, "Reports", "BIN-Index.csv", paths, kBinIndexSavedMessage);
 }
 
 bool ApAssetList::appendToIndex(app::AppContext& ctx) const {

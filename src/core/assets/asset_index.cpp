@@ -98,6 +98,32 @@ LoadedIndex LoadMainIndex(app::AppContext& ctx, const char* missingMessage) {
     return index;
 }
 
+LoadedIndex OpenRollingStockIndex(app::AppContext& ctx) {
+    LoadedIndex index;
+    const bool main = !ctx.ui || ctx.ui->ask("Do you wish to use the main Index.csv file - Answer Yes\r\nor\r\n"
+                                             "Do you wish to select some other index? - Answer No",
+                                             base::Buttons::YesNo, base::Icon::Question) == base::Answer::Yes;
+    if (main) {
+        index = LoadMainIndex(ctx, kNoIndexMessage);
+    } else if (const auto file = ctx.ui->chooseOpenFile("Get User Index File", "Index Files (*.csv|*.csv",
+                                                        IndexFolder(ctx))) {
+        index = LoadAssetIndex(*file);
+    }
+    SortByProvider(index.rows);
+    return index;
+}
+
+std::vector<AssetRow> PickRollingStock(app::AppContext& ctx, const std::vector<AssetRow>& rows,
+                                       const std::vector<std::size_t>& chosen) {
+    std::vector<AssetRow> picked;
+    for (const std::size_t i : chosen)
+        if (i < rows.size() && !IsHeadingRow(rows[i])) picked.push_back(rows[i]);
+    if (picked.empty() && ctx.ui) {
+        ctx.ui->message("You do not appear to have selected any rolling stock", base::Icon::Information);
+    }
+    return picked;
+}
+
 bool IsHeadingRow(const AssetRow& row) { return row.name == kAssetHeadings[3]; }
 
 void SortByProvider(std::vector<AssetRow>& rows) {

@@ -48,6 +48,17 @@ LoadedIndex LoadAssetIndex(const std::string& path);
 // (kNoIndexMessage, or kNoIndexFileMessage for the consist builder).
 LoadedIndex LoadMainIndex(app::AppContext& ctx, const char* missingMessage = kNoIndexMessage);
 
+// frmIndex, "Rolling-stock index", on opening: asks whether to use the main index. Yes
+// loads index.csv (telling kNoIndexMessage when it is absent); No lets the person choose
+// another .csv in IndexFiles ("Get User Index File"), nothing chosen giving an index not
+// found. The rows come sorted by Provider.
+LoadedIndex OpenRollingStockIndex(app::AppContext& ctx);
+// The picker's pick: the chosen rows (indices into `rows`; heading rows of an appended
+// part left out), whose Provider, Product, Name, Category and Path the caller takes. With
+// none chosen the person is told "You do not appear to have selected any rolling stock".
+std::vector<AssetRow> PickRollingStock(app::AppContext& ctx, const std::vector<AssetRow>& rows,
+                                       const std::vector<std::size_t>& chosen);
+
 // The heading line of a part joined on by an append, read as a row. Readers skip it.
 bool IsHeadingRow(const AssetRow& row);
 // The index picker's order: by Provider, plain byte order, rows of one provider in file

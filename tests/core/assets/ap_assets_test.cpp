@@ -8,6 +8,7 @@
 #include "assets/asset_index.h"
 #include "core/archives/zip_fixture.h"
 #include "core/sample/sample_fixture.h"
+#include "core/tools/testdata_file.h"
 #include "support/cli_run.h"
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
@@ -112,7 +113,7 @@ TEST(ApAssets, ListingInsideTheSampleArchives) {
     EXPECT_TRUE(ListApEntries(SamplePath(kStationPack), {.rollingStockOnly = true, .mask = "*"}).entries.empty());
 }
 
-TEST(ApAssets, FindApFilesAndSaveTheApIndex) {
+TEST(ApAssets, FindApFilesAndSaveTheApAndBinIndexes) {
     Fixture f;
     f.root.write("IndexFiles/index.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\n"
                                          "P,Q,a.bin,A,Yes,,,41\r\n");
@@ -136,6 +137,14 @@ TEST(ApAssets, FindApFilesAndSaveTheApIndex) {
               std::string::npos)
         << text;
     EXPECT_NE(text.find("MainContent.ap,"), std::string::npos) << text;
+
+    // The blueprints of the chosen archive, where they lie once unpacked.
+    list.filter.mask = "*";
+    ASSERT_TRUE(list.chooseArchive(f.ctx, SamplePath(kStationPack)));
+    ASSERT_TRUE(list.saveBinIndex(f.ctx));
+    EXPECT_EQ(f.ui.texts().back(), kBinIndexSavedMessage);
+    EXPECT_EQ(f.root.read("Reports/BIN-Index.csv"),
+              "Platform.bin," + SamplePath("Assets\\Brackenridge\\StationPack\\Scenery") + "\r\n");
 }
 
 TEST(ApAssets, ArchivesOverTwoGigabytesAreSetApart) {
@@ -314,6 +323,29 @@ TEST(ApAssets, RowsOfBlueprintsReadInsideTheArchive) {
         EXPECT_TRUE(IsHeadingRow(index.rows[1])) << c.what;
         EXPECT_EQ(index.rows.back().index, std::to_string(c.lastNumber)) << c.what;
         EXPECT_EQ(LastRunningNumber(f.ctx), c.lastNumber) << c.what;
+    }
+}
+
+TEST(ApAssets, ARealSceneryBlueprintInsideAnArchive) {
+    FERROLUND_READ_TESTDATA(bytes, "serz/scenery-item.bin");
+    Fixture f;
+    const fs::path ap = f.root.path() / "Assets/Kuju/Forest/Trees.ap";
+    testing::MakeZip(ap, {{"Scenery/Trees/Beech.bin", bytes}});
+    archives::ZipArchive archive;
+    ASSERT_FALSE(archive.open(ap.string()));
+    for (const bool rollingStock : {false, true}) {
+        long last = 0;
+        std::vector<std::string> problems;
+        AssetFilter filter;
+        filter.rollingStockOnly = rollingStock;
+        const std::vector<AssetRow> rows = ApEntryRows(f.ctx, archive, {0}, filter, last, problems);
+        EXPECT_TRUE(problems.empty());
+        if (rollingStock) {
+            EXPECT_TRUE(rows.empty()) << "a tree is no vehicle";
+            continue;
+        }
+        EXPECT_EQ(rows, (std::vector<AssetRow>{{"Kuju", "Forest", "Scenery\\Trees\\Beech.bin", "AP Tree Near Beech 1",
+                                                "Yes", "FoliageLarge", "SceneryBlueprint", "1"}}));
     }
 }
 

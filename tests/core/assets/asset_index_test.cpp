@@ -208,6 +208,28 @@ TEST(AssetIndex, AppendKeepsTheSecondHeadingAsARow) {
     }
 }
 
+TEST(AssetIndex, AFailedAppendLeavesTheIndex) {
+    struct Case {
+        const char* what;
+        const char* blocked;  // a folder standing where the append writes a file
+    };
+    const Case cases[] = {
+        {"the list cannot be written", "indextest.csv"},
+        {"the joined index cannot be written", "index.csv.new"},
+    };
+    for (const auto& c : cases) {
+        Fixture f;
+        const std::string before = kHeading + "K,P,a.bin,One,Yes,,,1\r\n";
+        f.root.write("IndexFiles/index.csv", before);
+        fs::create_directories(f.root.path() / "IndexFiles" / c.blocked);
+        std::string backup;
+        EXPECT_TRUE(AppendToIndex(f.ctx, {Row("X", "Two", 2)}, backup)) << c.what;
+        EXPECT_EQ(f.index(), before) << c.what;
+        EXPECT_EQ(backup, "") << c.what;
+        EXPECT_FALSE(fs::exists(f.root.path() / "IndexFiles/index.csv.bak")) << c.what;
+    }
+}
+
 TEST(AssetIndex, LastRunningNumber) {
     struct Case {
         std::string text;
@@ -259,6 +281,53 @@ TEST(AssetIndex, SaveStockIndexAsksFirst) {
         EXPECT_EQ(f.ui.texts(), std::vector<std::string>{question});
         EXPECT_EQ(fs::exists(f.root.path() / "IndexFiles/index.csv"), answer == base::Answer::Yes);
     }
+}
+
+TEST(AssetIndex, TheRollingStockIndexPicker) {
+    const std::string question =
+        "Do you wish to use the main Index.csv file - Answer Yes\r\nor\r\nDo you wish to select some other index? - Answer No";
+    const std::string mainIndex = kHeading + "b,P,x.bin,Bee,Yes,,,1\r\n" + kHeading + "a,P,y.bin,Ay,Yes,,,2\r\n";
+    struct Case {
+        const char* what;
+        base::Answer answer;
+        std::optional<std::string> chosen;  // the file given to the chooser, below IndexFiles
+        std::vector<std::string> texts;     // what the person was told after the question
+        std::vector<std::string> names;     // the rows, in the picker's order
+    };
+    const Case cases[] = {
+        {"the main index, sorted; the second heading sorts as its provider", base::Answer::Yes, std::nullopt, {},
+         {"Name", "Ay", "Bee"}},
+        {"another index", base::Answer::No, "G\xC3\xBCter.csv", {}, {"G\xC3\xBCterwagen"}},
+        {"none chosen", base::Answer::No, std::nullopt, {}, {}},
+    };
+    for (const auto& c : cases) {
+        Fixture f;
+        f.root.write("IndexFiles/index.csv", mainIndex);
+        f.root.write("IndexFiles/G\xC3\xBCter.csv", kHeading + "K,P,g.bin,G\xC3\xBCterwagen,Yes,,,1\r\n");
+        f.ui.answers.push_back(c.answer);
+        if (c.chosen) f.ui.files.push_back(IndexFolder(f.ctx) + "\\" + *c.chosen);
+        const LoadedIndex index = OpenRollingStockIndex(f.ctx);
+        std::vector<std::string> names;
+        for (const auto& row : index.rows) names.push_back(row.name);
+        EXPECT_EQ(names, c.names) << c.what;
+        EXPECT_EQ(f.ui.texts(), std::vector<std::string>{question}) << c.what;
+        if (c.answer == base::Answer::No) {
+            EXPECT_EQ(f.ui.dialogTitles, std::vector<std::string>{"Get User Index File"}) << c.what;
+        }
+    }
+    // With no index the picker says so.
+    Fixture f;
+    f.ui.answers.push_back(base::Answer::Yes);
+    EXPECT_TRUE(OpenRollingStockIndex(f.ctx).rows.empty());
+    EXPECT_EQ(f.ui.texts().back(), kNoIndexMessage);
+
+    // Picking: heading rows and rows out of range are no stock.
+    const std::vector<AssetRow> rows = ParseAssetIndex(mainIndex).rows;
+    f.ui.shown.clear();
+    EXPECT_EQ(PickRollingStock(f.ctx, rows, {2, 0}), (std::vector<AssetRow>{rows[2], rows[0]}));
+    EXPECT_TRUE(f.ui.shown.empty());
+    EXPECT_TRUE(PickRollingStock(f.ctx, rows, {1, 9}).empty());
+    EXPECT_EQ(f.ui.texts(), std::vector<std::string>{"You do not appear to have selected any rolling stock"});
 }
 
 }  // namespace
