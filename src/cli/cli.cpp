@@ -12,6 +12,7 @@
 #include "cli/interrupt.h"
 #include "cli/shared_options.h"
 #include "cli/verb_assets.h"
+#include "cli/verb_check_assets.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
@@ -52,8 +53,9 @@ const std::vector<Verb>& Verbs() {
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
              return serz::RunSerzCommand(args, err);
          }},
-        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N]",
-         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile)",
+        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]",
+         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile,\n"
+         "      N generated assets of every kind)",
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
              return MakeSampleVerb(args, out, err);
          }},
@@ -66,6 +68,11 @@ const std::vector<Verb>& Verbs() {
          "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
          "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"
          "      exit code 3 when files are missing", CheckAssetsVerb},
+        {"index-assets",
+         "index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] [--category C]\n"
+         "                    [--zero-length] [--quick-drive] [--out FILE]",
+         "list the assets below FOLDER (default: the simulator's Assets) as comma text with the\n"
+         "      index's heading line, on stdout or into FILE", IndexAssetsVerb},
     };
     return verbs;
 }

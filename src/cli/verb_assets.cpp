@@ -1,146 +1,129 @@
 #include "cli/verb_assets.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <system_error>
 
-#include "assets/blueprint.h"
-#include "assets/file_check.h"
+#include "assets/asset_scan.h"
 #include "cli/shared_options.h"
+#include "tools/backup.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
 #include "tools/names.h"
 
 namespace ferrolund::cli {
 
-namespace fs = std::filesystem;
-
 namespace {
 
-constexpr const char* kUsage = "ferrolund-cli: check-assets (--index FILE | FOLDER) [--csv DIR] [--show]\n";
+constexpr const char* kUsage =
+    "ferrolund-cli: index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] "
+    "[--category C] [--zero-length] [--quick-drive] [--out FILE]\n";
 
-std::string Shown(const std::string& text) { return tools::ShownText(text); }
-
-std::vector<std::string> Cells(const std::string& line) {
-    std::vector<std::string> cells;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t comma = line.find(',', start);
-        cells.push_back(line.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
-        if (comma == std::string::npos) break;
-        start = comma + 1;
+std::string CommaLine(const std::vector<std::string>& cells) {
+    std::string line;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (i > 0) line += ',';
+        line += cells[i];
     }
-    for (std::string& cell : cells)
-        if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"') cell = cell.substr(1, cell.size() - 2);
-    return cells;
+    return line + "\n";
 }
 
-// Every .bin below the folder (a folder under the simulator's Assets), as rows in path order.
-bool FolderRows(const std::string& folder, std::vector<assets::AssetRow>& rows, std::ostream& err) {
-    std::vector<std::string> files;
+// The list into FILE: written beside it first, then put in its place; an older FILE
+// keeps a back-up.
+bool SaveList(app::AppContext& ctx, const std::string& file, const std::string& text, std::ostream& err) {
+    const std::string made = file + ".part";
     std::error_code ec;
-    for (fs::recursive_directory_iterator it(tools::HostPath(folder), ec), end; !ec && it != end; it.increment(ec)) {
-        if (it->is_regular_file(ec) && tools::NameKey(it->path().extension().string()) == ".bin")
-            files.push_back(tools::SystemPath(it->path()));
+    if (!tools::WriteTextFile(ctx, made, text)) {
+        err << "ferrolund-cli: cannot write " << tools::ShownText(file) << "\n";
+        return false;
     }
-    std::sort(files.begin(), files.end());
-    for (const std::string& file : files) {
-        bool invalid = false;
-        const auto ref = assets::SplitAssetPath(file, &invalid);
-        if (!ref) {
-            err << "ferrolund-cli: " << Shown(file) << " is not below an Assets folder\n";
+    if (tools::FileExists(file)) {
+        std::string backup;
+        if (const base::Status failed = tools::ReplaceWithBackup(made, file, tools::kBackupRule, backup)) {
+            std::filesystem::remove(tools::HostPath(made), ec);
+            err << "ferrolund-cli: " << tools::ShownText(failed->description) << "\n";
             return false;
         }
-        assets::AssetRow row;
-        row.provider = ref->provider;
-        row.product = ref->product;
-        row.path = ref->blueprintId;
-        std::replace(row.path.begin(), row.path.end(), '/', '\\');
-        rows.push_back(std::move(row));
+        std::filesystem::remove(tools::HostPath(made), ec);
+        return true;
     }
+    std::filesystem::rename(tools::HostPath(made), tools::HostPath(file), ec);
+    if (ec) {
+        std::filesystem::remove(tools::HostPath(made), ec);
+        err << "ferrolund-cli: cannot write " << tools::ShownText(file) << "\n";
+        return false;
+    }
+    tools::ForgetPath(file);
     return true;
 }
 
 }  // namespace
 
-std::vector<assets::AssetRow> ReadIndexRows(const std::string& text, const std::string& file, std::ostream& err) {
-    std::vector<assets::AssetRow> rows;
-    std::size_t start = 0, number = 0;
-    while (start < text.size()) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        std::string line = text.substr(start, end - start);
-        start = end + 1;
-        ++number;
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (line.find_first_not_of(" \t") == std::string::npos) continue;
-        const std::vector<std::string> cells = Cells(line);
-        if (number == 1 && cells.front() == "Provider") continue;
-        if (cells.size() < 3) {
-            err << "ferrolund-cli: " << Shown(file) << " line " << number << ": fewer than three columns, passed over\n";
-            continue;
-        }
-        rows.push_back(assets::AssetRow::FromCells(cells));
-    }
-    return rows;
-}
-
-int CheckAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    std::string index, folder, csvFolder;
-    bool show = false;
+int IndexAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    assets::ScanOptions options;
+    std::string outFile;
+    bool folderGiven = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--show") {
-            show = true;
-        } else if ((args[i] == "--csv" || args[i] == "--index") && i + 1 < args.size()) {
-            (args[i] == "--csv" ? csvFolder : index) = args[i + 1];
-            ++i;
-        } else if (folder.empty() && args[i].rfind("--", 0) != 0) {
-            folder = args[i];
+        const std::string& arg = args[i];
+        if (arg == "--rolling-stock") {
+            options.filter.rollingStockOnly = true;
+        } else if (arg == "--exclude-preload") {
+            options.filter.excludePreLoad = true;
+        } else if (arg == "--default-folders") {
+            options.filter.defaultFolders = true;
+        } else if (arg == "--zero-length") {
+            options.zeroLength = true;
+        } else if (arg == "--quick-drive") {
+            options.filter.quickDrive = true;
+        } else if (arg == "--category" && i + 1 < args.size()) {
+            options.filter.category = args[++i];
+        } else if (arg == "--out" && i + 1 < args.size()) {
+            outFile = args[++i];
+        } else if (!folderGiven && arg.rfind("--", 0) != 0) {
+            options.startFolder = arg;
+            folderGiven = true;
         } else {
             err << kUsage;
             return kExitUsage;
         }
     }
-    if (index.empty() == folder.empty()) {
-        err << kUsage;
-        return kExitUsage;
-    }
-    std::vector<assets::AssetRow> rows;
-    if (!index.empty()) {
-        if (!tools::FileExists(index)) {
-            err << "ferrolund-cli: no index file " << Shown(index) << "\n";
+    if (!folderGiven) {
+        if (ctx.gameRoot().empty()) {
+            err << "ferrolund-cli: no simulator folder known; name the folder or use --game-root\n";
             return kExitFailed;
         }
-        rows = ReadIndexRows(tools::ReadTextFile(index), index, err);
-    } else {
-        std::string given = folder;
-        if (!fs::is_directory(tools::HostPath(given))) given = ctx.gameRoot() + "\\Assets\\" + folder;
-        if (!fs::is_directory(tools::HostPath(given))) {
-            err << "ferrolund-cli: no folder " << Shown(folder) << "\n";
-            return kExitFailed;
-        }
-        if (!FolderRows(given, rows, err)) return kExitFailed;
+        options.startFolder = ctx.gameRoot() + "\\Assets";
     }
-    if (rows.empty()) {
-        err << "ferrolund-cli: no blueprints to check\n";
+    if (!std::filesystem::is_directory(tools::HostPath(options.startFolder))) {
+        err << "ferrolund-cli: no folder " << tools::ShownText(options.startFolder) << "\n";
         return kExitFailed;
     }
-    const assets::RowReport kind = show ? assets::RowReport::LocoFiles : assets::RowReport::MissingFiles;
-    const assets::CheckOutcome outcome = assets::CheckRows(ctx, rows, kind, assets::AssetListRows(ctx, kind));
-    out << Shown(outcome.report);
-    if (!outcome.report.ends_with("\n")) out << "\n";
-    out << outcome.rowsChecked << " blueprints checked, " << outcome.missing.size() << " missing files\n";
-    if (!csvFolder.empty()) {
-        tools::CreatePath(csvFolder);
-        const std::string target = csvFolder + "/MissingFiles.csv";
-        if (!tools::WriteTextFile(ctx, target, assets::MissingFilesCsv(outcome.missing))) {
-            err << "ferrolund-cli: could not write " << Shown(target) << "\n";
-            return kExitFailed;
-        }
-        out << "saved " << Shown(target) << "\n";
+    // The box is only enabled while rolling stock alone is listed.
+    if (!options.filter.rollingStockOnly) options.filter.defaultFolders = false;
+    // A walk for empty files that starts afresh gives every file a plain row.
+    if (options.zeroLength) options.readBlueprints = false;
+
+    std::vector<assets::AssetRow> rows;
+    const assets::ScanTotals totals = assets::ScanAssets(ctx, options, [&](std::vector<assets::AssetRow>& batch) {
+        rows.insert(rows.end(), std::make_move_iterator(batch.begin()), std::make_move_iterator(batch.end()));
+    });
+    for (const assets::ScanProblem& problem : totals.problems) {
+        err << tools::ShownText(problem.path) << ": " << tools::ShownText(problem.message) << "\n";
     }
-    if (outcome.aborted || outcome.emptyRow) return kExitFailed;
-    return outcome.missing.empty() ? kExitDone : kExitMissing;
+
+    std::string text = CommaLine({assets::kAssetHeadings.begin(), assets::kAssetHeadings.end()});
+    for (const assets::AssetRow& row : rows) text += CommaLine(row.Cells());
+    // The rows also go on to IndexFiles\index.csv when an appending option asks for it;
+    // that file is the asset index's own and written by it alone.
+    if (outFile.empty()) {
+        out << text;
+    } else if (!SaveList(ctx, outFile, text, err)) {
+        return kExitFailed;
+    }
+    err << totals.rows << " rows from " << totals.files << " files";
+    if (!totals.problems.empty()) err << ", " << totals.problems.size() << " problems";
+    err << "\n";
+    return kExitDone;
 }
 
 }  // namespace ferrolund::cli

@@ -288,9 +288,11 @@ void AssetWalk::Drain(std::size_t waitFor) {
 ScanTotals AssetWalk::Run() {
     const auto began = Clock::now();
     start_ = options_.startFolder;
-    if (start_.empty() || start_.back() != '\\') start_ += '\\';
+    while (start_.size() > 1 && (start_.back() == '\\' || start_.back() == '/')) start_.pop_back();
+    start_ += '\\';
     hostStart_ = tools::HostPath(start_);
 
+    walker_.Folder = true;  // to walk into the sub-folders
     walker_.Filter(options_.zeroLength ? std::string("*.*") : options_.fileFilter);
     if (options_.zeroLength) walker_.MaximumSize = 1;
     walker_.FileMatch = [this](const std::string& name, const std::string& folder) { OnFile(name, folder); };

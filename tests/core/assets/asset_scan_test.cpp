@@ -143,28 +143,47 @@ TEST(AssetScan, Modes) {
     }
 }
 
+TEST(AssetScan, QuickDriveWalkListsPreLoadBlueprintsOnly) {
+    testing::TempFolder folder;
+    folder.write("Assets/P/Q/PreLoad/Express.bin", kEngine);
+    folder.write("Assets/P/Q/PreLoad/Fragments/Coaches.bin", kWagon);
+    folder.write("Assets/P/Q/PreLoad/Stub.bin", kWagon.substr(0, 60));  // under 100 bytes: not even read
+    folder.write("Assets/P/Q/RailVehicles/Engine/loco.bin", kEngine);
+    folder.write("Assets/P/Q/PreLoad/Shed.bin", kShed);
+    ScanOptions options;
+    options.startFolder = folder.system() + "/Assets";
+    options.filter.quickDrive = true;
+    options.filter.rollingStockOnly = true;  // the Quick Drive walk lists what is not rolling stock too
+    const Listing got = Scan(options);
+    EXPECT_EQ(Column(got.rows, &AssetRow::path),
+              (std::vector<std::string>{"PreLoad\\Express.bin", "PreLoad\\Shed.bin"}));
+    EXPECT_TRUE(got.totals.problems.empty());
+}
+
 TEST(AssetScan, BadPlacesAreProblemsAndTheWalkGoesOn) {
     Tree tree;
-    tree.folder.write("Assets/Prov/stray.bin", kWagon);  // no product folder
-    tree.folder.write("Assets/Prov/Prod/Zeta/z.bin", kShed);
+    tree.folder.write("Assets/Prov/stray.txt", "x");  // no product folder
+    tree.folder.write("Assets/Prov/Prod/Zeta/z.txt", "x");
     ScanOptions options;
     options.startFolder = tree.assets;
-    options.fileFilter = "*.bin;*.txt";  // text files take their rows at once, in the walk's own step
+    // Text files are not read: each row is handed over in the walk's own step, so the
+    // folder Zeta is removed before the walk reaches it.
+    options.fileFilter = "*.txt";
     options.batchRows = 1;
     app::AppContext ctx;
     Listing listing;
-    // The first rows arrive while the walk still has the folder Zeta ahead of it.
     listing.totals = ScanAssets(ctx, options, [&](std::vector<AssetRow>& rows) {
         fs::remove_all(tree.folder.path() / "Assets/Prov/Prod/Zeta");
         listing.rows.insert(listing.rows.end(), rows.begin(), rows.end());
     });
-    EXPECT_TRUE(HasProblem(listing.totals, "stray.bin"));
+    EXPECT_TRUE(HasProblem(listing.totals, "stray.txt"));
     EXPECT_TRUE(HasProblem(listing.totals, "Zeta"));
     EXPECT_EQ(Column(listing.rows, &AssetRow::path),
-              (std::vector<std::string>{"RailVehicles\\Wagons\\w.bin", "RailVehicles\\Engine\\empty.txt",
-                                        "RailVehicles\\Engine\\loco.bin", "RailVehicles\\Engine\\notes.txt",
-                                        "Scenery\\shed.bin"}));
+              (std::vector<std::string>{"RailVehicles\\Engine\\empty.txt", "RailVehicles\\Engine\\notes.txt"}));
+    // The plain row's number is taken before its path is found wanting.
+    EXPECT_EQ(Column(listing.rows, &AssetRow::index), (std::vector<std::string>{"2", "3"}));
 
+    options.fileFilter = "*.bin";
     options.startFolder = tree.folder.system() + "/Nowhere";
     const Listing none = Scan(options);
     EXPECT_TRUE(none.rows.empty());

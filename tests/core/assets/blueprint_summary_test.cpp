@@ -85,10 +85,10 @@ TEST(BlueprintSummary, MadeShapesAgreeWithTheTextReader) {
         {"category losing any e", "<cX>" + Names("Lift") + Str("CATEGORY", "elevators") +
                                       Str("ValidInScenarios", "eFalse") + "</cX>",
          "levators", "No", "X", "Lift", false, false, false},
-        {"category as container", "<cX>" + Names("Box") + "<Category>" + Str("Inner", "eTrack") + "</Category></cX>", "",
-         "", "X", "Box", false, false, true},
-        {"empty category element", "<cX>" + Names("Empty") + "<Category/></cX>", "", "", "X", "Empty", false, false,
-         true},
+        {"category as container", "<cX>" + Names("Box") + "<Category>" + Str("Inner", "eTrack") + "</Category></cX>", "?",
+         "No", "X", "Box", false, false, true},
+        {"empty category element", "<cX>" + Names("Empty") + "<Category/></cX>", "?", "No", "X", "Empty", false,
+         false, true},
         {"wagon with passenger text", "<cWagonBlueprint>" + Names("Coach") + "<RailVehicleComponent/>" +
                                           Str("Note", "first PASSENGERs") + "</cWagonBlueprint>",
          "Passenger", "Yes", "WagonBlueprint", "Coach", true, false, false},
@@ -107,6 +107,8 @@ TEST(BlueprintSummary, MadeShapesAgreeWithTheTextReader) {
          true, true, false},
         {"reskin with an id is no reskin tag", "<cReskinBlueprint d:id=\"7\">" + Names("Blue") + "</cReskinBlueprint>",
          "", "No", "ReskinBlueprint d:id=\"7\"", "Blue", false, false, false},
+        {"self-closed reskin tag", "<cX>" + Names("Plain") + "<cReskinBlueprint/></cX>", "", "No", "X", "Plain",
+         false, false, false},
         {"self-closed class tag", "<cEmpty/>" + Names("Odd"), "", "No", "Empty/", "Odd", false, false, false},
         {"class tag as a value", Str("cValue", "1") + Names("Odd"), "", "No", "Value d:type=\"cDeltaString\"", "Odd",
          false, false, true},
@@ -125,7 +127,9 @@ TEST(BlueprintSummary, MadeShapesAgreeWithTheTextReader) {
     for (const Shape& shape : shapes) {
         const std::string binary = BlueprintBinary(shape.body, shape.blueprintTag);
         const BlueprintSummary got = ExpectSameAnswers(binary, shape.label);
-        EXPECT_EQ(got.classification.category, shape.category) << shape.label;
+        if (shape.category != "?") {  // "?": whatever the text reader makes of it
+            EXPECT_EQ(got.classification.category, shape.category) << shape.label;
+        }
         EXPECT_EQ(got.classification.inScene, shape.inScene) << shape.label;
         EXPECT_EQ(got.classWord, shape.classWord) << shape.label;
         if (!shape.name.empty()) {
@@ -155,29 +159,34 @@ TEST(BlueprintSummary, BrokenBytesAreUnreadableLikeTheConverterSaysSo) {
     }
 }
 
-void CompareFolder(const fs::path& folder, int& compared) {
+// Compares every .bin below the folder; counts them, and those the record walk had to
+// leave to the text reader.
+void CompareFolder(const fs::path& folder, int& compared, int& readAsText) {
     std::error_code ec;
     for (fs::recursive_directory_iterator it(folder, ec), end; it != end; it.increment(ec)) {
         if (!it->is_regular_file()) continue;
         std::string extension = it->path().extension().string();
         for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
         if (extension != ".bin") continue;
-        ExpectSameAnswers(serz::testing::ReadBytes(it->path()), it->path().string());
+        if (ExpectSameAnswers(serz::testing::ReadBytes(it->path()), it->path().string()).readAsText) ++readAsText;
         ++compared;
     }
 }
 
 TEST(BlueprintSummary, RealGameFilesAgreeWithTheTextReader) {
     if (!fs::exists(serz::testing::TestData())) GTEST_SKIP() << "the real game files are not on this machine";
-    int compared = 0;
-    CompareFolder(serz::testing::TestData(), compared);
+    int compared = 0, readAsText = 0;
+    CompareFolder(serz::testing::TestData(), compared, readAsText);
     EXPECT_GT(compared, 10);
+    // The game's own blueprints are answered from their records.
+    EXPECT_EQ(readAsText, 0) << compared;
 }
 
 TEST(BlueprintSummary, SampleBlueprintsAgreeWithTheTextReader) {
-    int compared = 0;
-    CompareFolder(sample::SampleRoot(), compared);
+    int compared = 0, readAsText = 0;
+    CompareFolder(sample::SampleRoot(), compared, readAsText);
     EXPECT_GT(compared, 20);
+    EXPECT_EQ(readAsText, 0) << compared;
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "asset_check_fixture.h"
-#include "cli/verb_assets.h"
+#include "cli/verb_check_assets.h"
 #include "core/sample/sample_fixture.h"
 #include "support/cli_run.h"
 #include "tools/names.h"
