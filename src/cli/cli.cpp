@@ -11,6 +11,7 @@
 #include "cli/cli_ui.h"
 #include "cli/interrupt.h"
 #include "cli/shared_options.h"
+#include "cli/verb_ap.h"
 #include "cli/verb_assets.h"
 #include "cli/verb_check_assets.h"
 #include "cli/verb_make_sample.h"
@@ -70,9 +71,15 @@ const std::vector<Verb>& Verbs() {
          "      exit code 3 when files are missing", CheckAssetsVerb},
         {"index-assets",
          "index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] [--category C]\n"
-         "                    [--zero-length] [--quick-drive] [--out FILE]",
+         "                    [--zero-length] [--quick-drive] [--out FILE] [--append]",
          "list the assets below FOLDER (default: the simulator's Assets) as comma text with the\n"
-         "      index's heading line, on stdout or into FILE", IndexAssetsVerb},
+         "      index's heading line, on stdout or into FILE; --append also adds the rows, numbered on,\n"
+         "      to IndexFiles\\index.csv (the old one kept as a back-up)", IndexAssetsVerb},
+        {"list-ap", "list-ap [FOLDER] [--rolling-stock] [--filter MASK] [--rows]",
+         "list the .ap archives under FOLDER (the simulator's folder if none) and their entries that pass\n"
+         "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"
+         "      vehicles); with --rows, the asset rows of the blueprints among them as comma text\n"
+         "      (MASK then defaults to \"*.bin\"), numbered on from IndexFiles\\index.csv", ListApVerb},
     };
     return verbs;
 }

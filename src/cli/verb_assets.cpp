@@ -4,6 +4,7 @@
 #include <ostream>
 #include <system_error>
 
+#include "assets/asset_index.h"
 #include "assets/asset_scan.h"
 #include "cli/shared_options.h"
 #include "tools/backup.h"
@@ -17,7 +18,7 @@ namespace {
 
 constexpr const char* kUsage =
     "ferrolund-cli: index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] "
-    "[--category C] [--zero-length] [--quick-drive] [--out FILE]\n";
+    "[--category C] [--zero-length] [--quick-drive] [--out FILE] [--append]\n";
 
 std::string CommaLine(const std::vector<std::string>& cells) {
     std::string line;
@@ -62,7 +63,7 @@ bool SaveList(app::AppContext& ctx, const std::string& file, const std::string& 
 int IndexAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     assets::ScanOptions options;
     std::string outFile;
-    bool folderGiven = false;
+    bool folderGiven = false, append = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& arg = args[i];
         if (arg == "--rolling-stock") {
@@ -77,6 +78,8 @@ int IndexAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
             options.filter.quickDrive = true;
         } else if (arg == "--category" && i + 1 < args.size()) {
             options.filter.category = args[++i];
+        } else if (arg == "--append") {
+            append = true;
         } else if (arg == "--out" && i + 1 < args.size()) {
             outFile = args[++i];
         } else if (!folderGiven && arg.rfind("--", 0) != 0) {
@@ -103,6 +106,9 @@ int IndexAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
     // A walk for empty files that starts afresh gives every file a plain row.
     if (options.zeroLength) options.readBlueprints = false;
 
+    // Appended rows are numbered on from the index's last one.
+    if (append) options.firstIndex = assets::LastRunningNumber(ctx);
+
     std::vector<assets::AssetRow> rows;
     const assets::ScanTotals totals = assets::ScanAssets(ctx, options, [&](std::vector<assets::AssetRow>& batch) {
         rows.insert(rows.end(), std::make_move_iterator(batch.begin()), std::make_move_iterator(batch.end()));
@@ -113,12 +119,20 @@ int IndexAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
 
     std::string text = CommaLine({assets::kAssetHeadings.begin(), assets::kAssetHeadings.end()});
     for (const assets::AssetRow& row : rows) text += CommaLine(row.Cells());
-    // The rows also go on to IndexFiles\index.csv when an appending option asks for it;
-    // that file is the asset index's own and written by it alone.
     if (outFile.empty()) {
         out << text;
     } else if (!SaveList(ctx, outFile, text, err)) {
         return kExitFailed;
+    }
+    if (append) {
+        std::string backup;
+        if (const base::Status failed = assets::AppendToIndex(ctx, rows, backup)) {
+            err << "ferrolund-cli: " << tools::ShownText(failed->description) << "\n";
+            return kExitFailed;
+        }
+        err << rows.size() << " rows appended to " << tools::ShownText(assets::IndexFilePath(ctx));
+        if (!backup.empty()) err << " (the old one kept as " << tools::ShownText(backup) << ")";
+        err << "\n";
     }
     err << totals.rows << " rows from " << totals.files << " files";
     if (!totals.problems.empty()) err << ", " << totals.problems.size() << " problems";

@@ -75,4 +75,10 @@ bool KeepQuickDrivePath(std::string_view fullPath, std::string_view fileName, st
     return true;
 }
 
+bool HoldsNotRollingStockWord(std::string_view path, bool textureCounts) {
+    return std::any_of(kNotRollingStock.begin(), kNotRollingStock.end(), [&](std::string_view word) {
+        return (textureCounts || word != "Texture") && Holds(path, word);
+    });
+}
+
 }  // namespace ferrolund::assets

@@ -31,4 +31,9 @@ bool KeepListedPath(std::string_view fullPath, std::string_view fileName, const 
 bool KeepQuickDrivePath(std::string_view fullPath, std::string_view fileName, std::uint64_t size,
                         const AssetFilter& filter);
 
+// Whether the path holds one of the words by which "Rolling stock only" drops a file of
+// the asset list. Without `textureCounts`, "Texture" is not among them (the .ap list's
+// version).
+bool HoldsNotRollingStockWord(std::string_view path, bool textureCounts = true);
+
 }  // namespace ferrolund::assets
