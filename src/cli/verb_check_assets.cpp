@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "assets/asset_index.h"
 #include "assets/blueprint.h"
 #include "assets/file_check.h"
 #include "cli/shared_options.h"
@@ -20,20 +21,6 @@ namespace {
 constexpr const char* kUsage = "ferrolund-cli: check-assets (--index FILE | FOLDER) [--csv DIR] [--show]\n";
 
 std::string Shown(const std::string& text) { return tools::ShownText(text); }
-
-std::vector<std::string> Cells(const std::string& line) {
-    std::vector<std::string> cells;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t comma = line.find(',', start);
-        cells.push_back(line.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
-        if (comma == std::string::npos) break;
-        start = comma + 1;
-    }
-    for (std::string& cell : cells)
-        if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"') cell = cell.substr(1, cell.size() - 2);
-    return cells;
-}
 
 // Every .bin below the folder (a folder under the simulator's Assets), as rows in path order.
 bool FolderRows(const std::string& folder, std::vector<assets::AssetRow>& rows, std::ostream& err) {
@@ -63,25 +50,13 @@ bool FolderRows(const std::string& folder, std::vector<assets::AssetRow>& rows, 
 
 }  // namespace
 
-std::vector<assets::AssetRow> ReadIndexRows(const std::string& text, const std::string& file, std::ostream& err) {
+std::vector<assets::AssetRow> ReadIndexRows(const std::string& file, std::ostream& err) {
+    const assets::LoadedIndex index = assets::LoadAssetIndex(file);
+    for (const assets::IndexProblem& problem : index.problems)
+        err << "ferrolund-cli: " << Shown(file) << " line " << problem.line << ": " << Shown(problem.text) << "\n";
     std::vector<assets::AssetRow> rows;
-    std::size_t start = 0, number = 0;
-    while (start < text.size()) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        std::string line = text.substr(start, end - start);
-        start = end + 1;
-        ++number;
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (line.find_first_not_of(" \t") == std::string::npos) continue;
-        const std::vector<std::string> cells = Cells(line);
-        if (number == 1 && cells.front() == "Provider") continue;
-        if (cells.size() < 3) {
-            err << "ferrolund-cli: " << Shown(file) << " line " << number << ": fewer than three columns, passed over\n";
-            continue;
-        }
-        rows.push_back(assets::AssetRow::FromCells(cells));
-    }
+    for (const assets::AssetRow& row : index.rows)
+        if (!assets::IsHeadingRow(row)) rows.push_back(row);
     return rows;
 }
 
@@ -111,7 +86,7 @@ int CheckAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
             err << "ferrolund-cli: no index file " << Shown(index) << "\n";
             return kExitFailed;
         }
-        rows = ReadIndexRows(tools::ReadTextFile(index), index, err);
+        rows = ReadIndexRows(index, err);
     } else {
         std::string given = folder;
         if (!fs::is_directory(tools::HostPath(given))) given = ctx.gameRoot() + "\\Assets\\" + folder;

@@ -10,9 +10,9 @@
 
 namespace ferrolund::cli {
 
-// The rows of an index file's comma text: the heading line and blank lines passed over;
-// a line with fewer than three cells is told on `err` and left out.
-std::vector<assets::AssetRow> ReadIndexRows(const std::string& text, const std::string& file, std::ostream& err);
+// The rows of an index file (the asset index's form), heading rows left out; each line
+// the loader could not take is told on `err`.
+std::vector<assets::AssetRow> ReadIndexRows(const std::string& file, std::ostream& err);
 
 int CheckAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 

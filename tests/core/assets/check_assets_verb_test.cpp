@@ -2,10 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <sstream>
 
 #include "asset_check_fixture.h"
-#include "cli/verb_check_assets.h"
 #include "core/sample/sample_fixture.h"
 #include "support/cli_run.h"
 #include "tools/names.h"
@@ -81,7 +79,9 @@ TEST(CheckAssetsVerb, ExitCodesAndIndexRows) {
     g.binary("K/P/Loco/Fine.bin", "<Blueprint>\r\n<cEngineBlueprint>\r\n</cEngineBlueprint>\r\n</Blueprint>\r\n");
     const std::string game = g.ctx.gameRoot();
     g.root.write("fine.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\nK,P,Loco\\Fine.bin,Fine,Yes,Diesel,EngineBlueprint,1\r\n");
-    g.root.write("short.csv", "K,P\r\n\r\nK,P,Loco\\Loco.bin\r\n");
+    g.root.write("short.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\nK,P\r\n"
+                              "K,P,Loco\\Loco.bin,Loco,Yes,Diesel,EngineBlueprint,1\r\n");
+    g.root.write("empty.csv", "");
     struct Case {
         std::vector<std::string> args;
         int code;
@@ -94,7 +94,8 @@ TEST(CheckAssetsVerb, ExitCodesAndIndexRows) {
         {{"check-assets", g.root.system() + "/nowhere"}, 1, "", "no folder"},
         {{"check-assets", "--index", g.root.system() + "/none.csv"}, 1, "", "no index file"},
         {{"check-assets", "--index", g.root.system() + "/fine.csv"}, 0, "No errors found", ""},
-        {{"check-assets", "--index", g.root.system() + "/short.csv"}, 3, g.asset("K\\P\\Gone.bin"), "line 1: fewer than three columns"},
+        {{"check-assets", "--index", g.root.system() + "/short.csv"}, 3, g.asset("K\\P\\Gone.bin"), "line 2: 2 of 8 columns; the line is left out."},
+        {{"check-assets", "--index", g.root.system() + "/empty.csv"}, 1, "", "line 1: The file is empty."},
         {{"check-assets", "K"}, 3, "2 blueprints checked, 1 missing files", ""},  // a folder below Assets
         {{"check-assets", "K", "--show"}, 3, "MISSING: " + g.asset("K\\P\\Gone.bin"), ""},
     };
@@ -106,17 +107,6 @@ TEST(CheckAssetsVerb, ExitCodesAndIndexRows) {
         EXPECT_NE(run.out.find(c.inOut), std::string::npos) << c.args.back() << "\n" << run.out;
         EXPECT_NE(run.err.find(c.inErr), std::string::npos) << c.args.back() << "\n" << run.err;
     }
-}
-
-TEST(CheckAssetsVerb, IndexRowsTakeTheEightColumns) {
-    std::ostringstream err;
-    const auto rows = cli::ReadIndexRows("Provider,Product,Path\r\nK,P\xC3\xA9,a\\b.bin,B\xC3\xA9" "b\r\n\"Q\",\"R\",\"c.bin\"\n", "i.csv", err);
-    ASSERT_EQ(rows.size(), 2u);
-    EXPECT_EQ(rows[0].product, "P\xC3\xA9");
-    EXPECT_EQ(rows[0].name, "B\xC3\xA9" "b");
-    EXPECT_EQ(rows[1].provider, "Q");
-    EXPECT_EQ(rows[1].path, "c.bin");
-    EXPECT_EQ(err.str(), "");
 }
 
 }  // namespace
