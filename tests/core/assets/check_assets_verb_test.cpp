@@ -5,6 +5,7 @@
 
 #include "asset_check_fixture.h"
 #include "core/sample/sample_fixture.h"
+#include "cli/interrupt.h"
 #include "support/cli_run.h"
 #include "tools/names.h"
 
@@ -107,6 +108,20 @@ TEST(CheckAssetsVerb, ExitCodesAndIndexRows) {
         EXPECT_NE(run.out.find(c.inOut), std::string::npos) << c.args.back() << "\n" << run.out;
         EXPECT_NE(run.err.find(c.inErr), std::string::npos) << c.args.back() << "\n" << run.err;
     }
+}
+
+TEST(CheckAssetsVerb, CtrlCStopsTheCheck) {
+    AppFolder app;
+    Installation g;
+    g.binary("K/P/Loco/Loco.bin", "<Blueprint>\r\n<cEngineBlueprint>\r\n" + Triple("FrontCoupling", "K", "P", "Gone.xml") +
+                                      "</cEngineBlueprint>\r\n</Blueprint>\r\n");
+    cli::RequestInterrupt();
+    const CliRun run = Cli({"--game-root", g.ctx.gameRoot(), "check-assets", "K"}, app.system());
+    cli::ForgetInterrupt();
+    EXPECT_EQ(run.code, 1);
+    EXPECT_NE(run.err.find("stopped by Ctrl+C"), std::string::npos) << run.err;
+    EXPECT_NE(run.out.find("The check was stopped before its end: 0 of 1 rows checked."), std::string::npos) << run.out;
+    EXPECT_EQ(run.out.find("No errors found"), std::string::npos);
 }
 
 }  // namespace
