@@ -65,6 +65,10 @@ const std::vector<Verb>& Verbs() {
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
          "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
          "      exit code 3 when references are missing", CheckRouteVerb},
+        {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
+         "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
+         "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"
+         "      exit code 3 when files are missing", CheckAssetsVerb},
         {"index-assets",
          "index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] [--category C]\n"
          "                    [--zero-length] [--quick-drive] [--out FILE] [--append]",
@@ -76,10 +80,6 @@ const std::vector<Verb>& Verbs() {
          "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"
          "      vehicles); with --rows, the asset rows of the blueprints among them as comma text\n"
          "      (MASK then defaults to \"*.bin\"), numbered on from IndexFiles\\index.csv", ListApVerb},
-        {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
-         "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
-         "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"
-         "      exit code 3 when files are missing", CheckAssetsVerb},
     };
     return verbs;
 }

@@ -353,7 +353,12 @@ CheckOutcome CheckRows(app::AppContext& ctx, const std::vector<AssetRow>& rows, 
         }
     }
     if (ctx.ui) ctx.ui->progress(-1, {});
-    if (outcome.report.empty()) outcome.report = ctx.langText(497, "No errors found", kModule);
+    if (outcome.aborted) {
+        outcome.report += "The check was stopped before its end: " + std::to_string(outcome.rowsChecked) + " of " +
+                          std::to_string(rows.size()) + " rows checked.\r\n";
+    } else if (outcome.report.empty()) {
+        outcome.report = ctx.langText(497, "No errors found", kModule);
+    }
     return outcome;
 }
 

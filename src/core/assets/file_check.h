@@ -51,7 +51,8 @@ struct CheckOutcome {
 
 // Walks the rows (already the selected ones, in order) with the progress bar
 // "Processed n %", reads each blueprint in memory and reports as `report` says. A row
-// with an empty Provider is passed over. An empty report reads "No errors found".
+// with an empty Provider is passed over. An empty report reads "No errors found"; a walk
+// stopped by AbortFlag says so instead.
 // Nothing on disk is changed.
 CheckOutcome CheckRows(app::AppContext& ctx, const std::vector<AssetRow>& rows, RowReport report,
                        const RowSource& source);

@@ -2,11 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <sstream>
 
 #include "asset_check_fixture.h"
-#include "cli/verb_check.h"
 #include "core/sample/sample_fixture.h"
+#include "cli/interrupt.h"
 #include "support/cli_run.h"
 #include "tools/names.h"
 
@@ -82,8 +81,8 @@ TEST(CheckAssetsVerb, ExitCodesAndIndexRows) {
     const std::string game = g.ctx.gameRoot();
     g.root.write("fine.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\nK,P,Loco\\Fine.bin,Fine,Yes,Diesel,EngineBlueprint,1\r\n");
     g.root.write("short.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\nK,P\r\n"
-                              "K,P,Loco\\Loco.bin,Loco,Yes,Diesel,EngineBlueprint,2\r\n");
-    g.root.write("shorter.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\nK,P,Loco\\Loco.bin\r\n");
+                              "K,P,Loco\\Loco.bin,Loco,Yes,Diesel,EngineBlueprint,1\r\n");
+    g.root.write("empty.csv", "");
     struct Case {
         std::vector<std::string> args;
         int code;
@@ -96,8 +95,8 @@ TEST(CheckAssetsVerb, ExitCodesAndIndexRows) {
         {{"check-assets", g.root.system() + "/nowhere"}, 1, "", "no folder"},
         {{"check-assets", "--index", g.root.system() + "/none.csv"}, 1, "", "no index file"},
         {{"check-assets", "--index", g.root.system() + "/fine.csv"}, 0, "No errors found", ""},
-        {{"check-assets", "--index", g.root.system() + "/short.csv"}, 3, g.asset("K\\P\\Gone.bin"), "line 2: 2 of 8 columns"},
-        {{"check-assets", "--index", g.root.system() + "/shorter.csv"}, 1, "", "no blueprints to check"},
+        {{"check-assets", "--index", g.root.system() + "/short.csv"}, 3, g.asset("K\\P\\Gone.bin"), "line 2: 2 of 8 columns; the line is left out."},
+        {{"check-assets", "--index", g.root.system() + "/empty.csv"}, 1, "", "line 1: The file is empty."},
         {{"check-assets", "K"}, 3, "2 blueprints checked, 1 missing files", ""},  // a folder below Assets
         {{"check-assets", "K", "--show"}, 3, "MISSING: " + g.asset("K\\P\\Gone.bin"), ""},
     };
@@ -109,6 +108,20 @@ TEST(CheckAssetsVerb, ExitCodesAndIndexRows) {
         EXPECT_NE(run.out.find(c.inOut), std::string::npos) << c.args.back() << "\n" << run.out;
         EXPECT_NE(run.err.find(c.inErr), std::string::npos) << c.args.back() << "\n" << run.err;
     }
+}
+
+TEST(CheckAssetsVerb, CtrlCStopsTheCheck) {
+    AppFolder app;
+    Installation g;
+    g.binary("K/P/Loco/Loco.bin", "<Blueprint>\r\n<cEngineBlueprint>\r\n" + Triple("FrontCoupling", "K", "P", "Gone.xml") +
+                                      "</cEngineBlueprint>\r\n</Blueprint>\r\n");
+    cli::RequestInterrupt();
+    const CliRun run = Cli({"--game-root", g.ctx.gameRoot(), "check-assets", "K"}, app.system());
+    cli::ForgetInterrupt();
+    EXPECT_EQ(run.code, 1);
+    EXPECT_NE(run.err.find("stopped by Ctrl+C"), std::string::npos) << run.err;
+    EXPECT_NE(run.out.find("The check was stopped before its end: 0 of 1 rows checked."), std::string::npos) << run.out;
+    EXPECT_EQ(run.out.find("No errors found"), std::string::npos);
 }
 
 }  // namespace

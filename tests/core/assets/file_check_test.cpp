@@ -168,6 +168,7 @@ TEST(CheckLoco, AbortKeepsWhatWasFound) {
     const CheckOutcome outcome = loco.check();
     EXPECT_TRUE(outcome.aborted);
     EXPECT_EQ(outcome.rowsChecked, 0u);
+    EXPECT_EQ(outcome.report, "The check was stopped before its end: 0 of 1 rows checked.\r\n");  // never "No errors found"
 }
 
 TEST(CheckLoco, BrokenAndMissingBlueprintsAddNoMisses) {
