@@ -2,7 +2,6 @@
 // buttons beside the list, the checks of the Check Assets menu, the missing-asset
 // workflow and the stock index.
 #include <QAction>
-#include <QImage>
 #include <QLabel>
 #include <QListWidget>
 #include <QSpinBox>
@@ -17,22 +16,11 @@
 #include "screens/assets/asset_grid.h"
 #include "screens/assets/dlgCoachName.h"
 #include "screens/assets/frmAssets.h"
+#include "screens/assets/picture_converter.h"
 #include "screens/services/frmReport.h"
 #include "tools/text_repair.h"
 
 namespace ferrolund::screens {
-
-namespace {
-
-constexpr const char* kModule = "frmAssets";
-
-// Qt's image writer stands where the program once ran a picture converter.
-bool JpgToPng(const std::string& jpg, const std::string& png) {
-    QImage picture(DiskPathToQt(jpg));
-    return !picture.isNull() && picture.save(DiskPathToQt(png), "PNG");
-}
-
-}  // namespace
 
 std::vector<assets::AssetRow> frmAssets::selectedAssetRows() const {
     std::vector<assets::AssetRow> rows;
@@ -151,7 +139,7 @@ void frmAssets::addLocoInformation() {
         if (ctx_.ui) ctx_.ui->message(lang(466), base::Icon::Exclamation);
         return;
     }
-    assets::AddLocoInformation(ctx_, rows, JpgToPng);
+    assets::AddLocoInformation(ctx_, rows, ThumbnailToPng);
 }
 
 void frmAssets::processMissingAssets() {
