@@ -2,6 +2,7 @@
 #include "screens/app/frmEditor.h"
 #include "screens/app/menu_commands.h"
 #include "screens/assets/frmAssets.h"
+#include "screens/assets/frmIndex.h"
 
 namespace ferrolund::screens {
 
@@ -9,6 +10,7 @@ void RegisterAssetCommands(MenuCommands& menu) {
     app::AppContext& ctx = menu.ctx;
     QWidget* window = &menu.window;
     menu.add("mnuAE", [&ctx, window] { ShowAssets(ctx, window); });
+    menu.add("mnuRollingStock", [&ctx, window] { ShowStockIndex(ctx, window); });
 }
 
 }  // namespace ferrolund::screens
