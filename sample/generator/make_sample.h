@@ -20,6 +20,7 @@ struct SampleOptions {
     int tiles = -1;        // scenery tiles of the generated kind in the first route; -1: the default
     int assets = -1;       // generated scenery blueprints; -1: the default
     int tileEntities = -1; // scenery items on each generated tile; -1: the default (4)
+    int stock = -1;        // generated assets of all kinds (rolling stock, scenery, ...); -1: the default
     bool keepXml = false;  // keep each binary's XML in the result, for checks
 };
 

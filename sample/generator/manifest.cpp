@@ -77,6 +77,9 @@ std::string ManifestText(const SampleWriter& writer, const PlanRunner& plan) {
         out += std::string("reference\t") + state + "\t" + ref.provider + "\t" + ref.product + "\t" + ref.blueprintId +
                "\t" + ref.usedBy + "\n";
     }
+    for (const PlanRunner::StockItem& item : plan.Stock())
+        out += "stock\t" + item.path + "\t" + item.kind + "\t" + item.category + "\t" + item.inScene + "\t" +
+               item.classWord + "\t" + item.name + "\n";
     return out;
 }
 

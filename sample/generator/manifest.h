@@ -8,6 +8,9 @@
 //                                         no-properties; NAME: the first language with a text
 //   scenario   ROUTE  FOLDER  CLASS  NAME
 //   reference  STATE  PROVIDER  PRODUCT  BLUEPRINTID  USED-BY
+//   stock      PATH  KIND  CATEGORY  IN-SCENE  CLASS  NAME
+//                                         a generated asset and the row the asset list
+//                                         shows for it; KIND broken or empty: none
 // A reference's STATE is present (the loose file exists as written), case (it exists
 // only when letter case is ignored), archived (only inside an .ap) or missing.
 

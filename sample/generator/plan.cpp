@@ -154,6 +154,11 @@ Failure PlanRunner::Line(const std::vector<std::string>& fields) {
         if (auto f = needs(1)) return f;
         return writer_.EndArchive();
     }
+    if (verb == "stock") {
+        if (auto f = needs(3)) return f;
+        if (!ParseCount(fields[2], count)) return "the count " + fields[2] + " is no number";
+        return MakeStock(fields[1], options_.stock >= 0 ? options_.stock : count);
+    }
     if (verb == "assets" || verb == "tiles") {
         if (auto f = needs(3)) return f;
         if (!ParseCount(fields[2], count)) return "the count " + fields[2] + " is no number";
@@ -169,7 +174,8 @@ Failure PlanRunner::Put(const std::string& target, std::string bytes) {
     return writer_.Put(target, std::move(bytes));
 }
 
-Failure PlanRunner::Produce(const std::string& target, const std::string& source, const Vars& vars, bool compile) {
+Failure PlanRunner::Produce(const std::string& target, const std::string& source, const Vars& vars, bool compile,
+                            std::size_t keepBytes) {
     Expander expander(sources_, target);
     Expansion expansion;
     if (auto failure = expander.Expand(source, vars, expansion)) return failure;
@@ -177,6 +183,10 @@ Failure PlanRunner::Produce(const std::string& target, const std::string& source
     if (!compile) return Put(target, std::move(expansion.text));
     std::string binary;
     if (auto error = serz::XmlToBinary(expansion.text, binary)) return expander.Locate(expansion, error->message);
+    if (keepBytes < binary.size()) {
+        binary.resize(keepBytes);  // a file cut off, as a failed copy leaves it
+        return Put(target, std::move(binary));
+    }
     std::string xml = options_.keepXml ? std::move(expansion.text) : std::string();
     if (auto failure = Put(target, std::move(binary))) return failure;
     if (options_.keepXml) {

@@ -10,8 +10,12 @@
 //   archive   TARGET / end                    what stands between goes into that .ap
 //   assets    FOLDER  COUNT                   COUNT generated scenery blueprints
 //   tiles     ROUTE  COUNT  name=value ...    COUNT generated scenery tiles using them
-// The two counts can be changed by the options.
+//   stock     FOLDER  COUNT                   COUNT generated assets of every kind the asset
+//                                             list tells apart, some broken, under
+//                                             Assets\PROVIDER (see stock.cpp)
+// The three counts can be changed by the options.
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -43,15 +47,25 @@ public:
     // Route folder name to its name, as its RouteProperties.xml gives it.
     const std::map<std::string, std::string>& RouteNames() const { return routeNames_; }
     int AssetCount() const { return assetCount_; }
+    // A generated asset and what the asset list should show for it.
+    struct StockItem {
+        std::string path;   // below the installation, as written
+        std::string kind;   // engine, wagon, coach, tender, scenery, preload, loft, track, reskin, broken, empty
+        std::string category, inScene, classWord, name;
+    };
+    const std::vector<StockItem>& Stock() const { return stock_; }
     int TileCount() const { return tileCount_; }
 
 private:
     Failure Line(const std::vector<std::string>& fields);
-    Failure Produce(const std::string& target, const std::string& source, const Vars& vars, bool compile);
+    // `keepBytes` below the binary's size writes the binary cut off there.
+    Failure Produce(const std::string& target, const std::string& source, const Vars& vars, bool compile,
+                    std::size_t keepBytes = static_cast<std::size_t>(-1));
     Failure Texture(const std::vector<std::string>& fields, const Vars& vars);
     Failure Bytes(const std::string& target, const std::string& size, const Vars& vars);
     Failure Assets(const std::string& folder, int count);
     Failure Tiles(const std::string& route, int count, const Vars& vars);
+    Failure MakeStock(const std::string& folder, int count);
     Failure Put(const std::string& target, std::string bytes);
     void Scan(const std::string& target, const std::string& text);
 
@@ -65,6 +79,7 @@ private:
     int assetCount_ = 0;
     int tileCount_ = 0;
     std::vector<Reference> references_;
+    std::vector<StockItem> stock_;
     std::map<std::string, std::size_t> referenceIndex_;
     std::map<std::string, Described> scenarios_;
     std::map<std::string, std::string> routeNames_;

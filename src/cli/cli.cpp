@@ -11,6 +11,9 @@
 #include "cli/cli_ui.h"
 #include "cli/interrupt.h"
 #include "cli/shared_options.h"
+#include "cli/verb_ap.h"
+#include "cli/verb_assets.h"
+#include "cli/verb_check.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "serz/serz_command.h"
@@ -51,8 +54,9 @@ const std::vector<Verb>& Verbs() {
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
              return serz::RunSerzCommand(args, err);
          }},
-        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N]",
-         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile)",
+        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]",
+         "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile,\n"
+         "      N generated assets of every kind)",
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
              return MakeSampleVerb(args, out, err);
          }},
@@ -61,6 +65,21 @@ const std::vector<Verb>& Verbs() {
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
          "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
          "      exit code 3 when references are missing", CheckRouteVerb},
+        {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
+         "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
+         "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"
+         "      exit code 3 when files are missing", CheckAssetsVerb},
+        {"index-assets",
+         "index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] [--category C]\n"
+         "                    [--zero-length] [--quick-drive] [--out FILE] [--append]",
+         "list the assets below FOLDER (default: the simulator's Assets) as comma text with the\n"
+         "      index's heading line, on stdout or into FILE; --append also adds the rows, numbered on,\n"
+         "      to IndexFiles\\index.csv (the old one kept as a back-up)", IndexAssetsVerb},
+        {"list-ap", "list-ap [FOLDER] [--rolling-stock] [--filter MASK] [--rows]",
+         "list the .ap archives under FOLDER (the simulator's folder if none) and their entries that pass\n"
+         "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"
+         "      vehicles); with --rows, the asset rows of the blueprints among them as comma text\n"
+         "      (MASK then defaults to \"*.bin\"), numbered on from IndexFiles\\index.csv", ListApVerb},
     };
     return verbs;
 }

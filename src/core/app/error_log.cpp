@@ -79,14 +79,19 @@ std::string FormatErrorMessage(const std::string& description, const std::string
            routine + "\n";
 }
 
-void ReportUnexpectedError(AppContext& ctx, const std::string& description, const std::string& routine, int number,
-                           const std::string& module) {
+void AppendErrorLog(AppContext& ctx, const std::string& description, const std::string& routine, int number,
+                    const std::string& module) {
     try {
         std::ofstream log(tools::HostPath(ctx.appPath("Errors.txt")), std::ios::binary | std::ios::app);
         log << FormatErrorLogEntry(ctx.now(), description, routine, number, module);
     } catch (...) {
-        // A failing log must not stop the report.
+        // A failing log must not stop the work that reports into it.
     }
+}
+
+void ReportUnexpectedError(AppContext& ctx, const std::string& description, const std::string& routine, int number,
+                           const std::string& module) {
+    AppendErrorLog(ctx, description, routine, number, module);
     try {
         if (ctx.ui) ctx.ui->message(FormatErrorMessage(description, routine, number, module), base::Icon::Critical,
                                     UnexpectedErrorTitle());

@@ -105,22 +105,29 @@ base::Status SaveReportTable(const std::string& path, const ReportTable& table) 
     return {};
 }
 
-ReportTable ParseCsv(const std::string& text) {
+ReportTable ParseCsv(const std::string& text, std::vector<long>* rowLines) {
     ReportTable table;
     std::vector<std::string> fields;
     std::string cell;
     bool quoted = false, first = true, any = false;
+    long line = 1, rowStart = 1;
     auto endRow = [&] {
         fields.push_back(cell);
         cell.clear();
-        if (first) table.headings = fields;
-        else table.rows.push_back(fields);
+        if (first) {
+            table.headings = fields;
+        } else {
+            table.rows.push_back(fields);
+            if (rowLines) rowLines->push_back(rowStart);
+        }
+        rowStart = line;
         first = false;
         fields.clear();
         any = false;
     };
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
+        if (c == '\n') ++line;
         if (quoted) {
             if (c == '"' && i + 1 < text.size() && text[i + 1] == '"') {
                 cell += '"';

@@ -27,7 +27,8 @@ std::string XlsBytes(const ReportTable& table);
 // anything else is comma text. The file is written whole and replaced only when that worked.
 base::Status SaveReportTable(const std::string& path, const ReportTable& table);
 
-// Comma text back into rows; the first line is the heading row.
-ReportTable ParseCsv(const std::string& text);
+// Comma text back into rows; the first line is the heading row. `rowLines`, when given,
+// receives the line number (from 1) on which each data row starts.
+ReportTable ParseCsv(const std::string& text, std::vector<long>* rowLines = nullptr);
 
 }  // namespace ferrolund::services

@@ -168,7 +168,10 @@ void cScanPath::QueueWalk(const std::string& path) {
         queue.pop_front();
         std::error_code ec;
         fs::directory_iterator it(hostFolder, ec);
-        if (ec) return;  // the walk ends here, the rest of the queue unvisited
+        if (ec) {
+            if (DirFailed) DirFailed(folder);
+            return;  // the walk ends here, the rest of the queue unvisited
+        }
         long count = 0;
         for (fs::directory_iterator end; it != end; it.increment(ec)) {
             FindRecord record;
@@ -195,7 +198,10 @@ void cScanPath::SortedWalk(const std::string& folder, const std::string& hostFol
     std::vector<Found> found;
     std::error_code ec;
     fs::directory_iterator it(hostFolder, ec);
-    if (ec) return;
+    if (ec) {
+        if (DirFailed) DirFailed(folder);
+        return;
+    }
     long count = 0;
     for (fs::directory_iterator end; it != end; it.increment(ec)) {
         Found entry;

@@ -93,6 +93,9 @@ public:
     std::function<void(const std::string& name, const std::string& folder)> FileMatch;
     std::function<void(const ScanDetails& details, const std::string& name, const std::string& folder)> DirMatchEx;
     std::function<void(const ScanDetails& details, const std::string& name, const std::string& folder)> FileMatchEx;
+    // A folder that could not be listed (gone, or not readable), with its trailing
+    // backslash; the walk carries on as it always does without it.
+    std::function<void(const std::string& folder)> DirFailed;
 
     // Runs the scan to its end. A backslash is added to the caller's `path` if it has
     // none. The queue walk goes breadth first in the folders' own order; the sorted walk

@@ -3,6 +3,7 @@
 // The XML is byte for byte what the simulator's own converter writes: UTF-8 without a
 // byte-order mark, CR LF line ends, one tab a level.
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,14 @@ struct XmlStyle {
 
 // On failure `xml` is left empty and the error names the byte offset.
 CodecStatus BinaryToXml(std::string_view binary, std::string& xml, const XmlStyle& style = {});
+// How the converter writes the parts of a tag, for readers that answer in terms of its
+// text without writing it: an element's name ("::" becomes "-", an empty name "e"); a
+// string value's text with its entities; what a start tag holds behind the name up to
+// its '>' (the root's namespace attributes, a d:id).
+std::string XmlName(std::string_view binaryName);
+std::string XmlText(std::string_view text);
+std::string OpenTagAttributes(std::uint32_t id, bool root);
+
 // Takes what a person may type (any indentation, LF or CR LF, blank lines); on failure
 // `binary` is left empty and the error names the line.
 CodecStatus XmlToBinary(std::string_view xml, std::string& binary);

@@ -46,7 +46,8 @@ char* EscapedCharacter(char* out, char c) {
     }
 }
 
-// The name as XML shows it: "::" becomes "-", an empty name "e".
+}  // namespace
+
 std::string XmlName(std::string_view name) {
     if (name.empty()) return "e";
     std::string out;
@@ -62,6 +63,45 @@ std::string XmlName(std::string_view name) {
     return out;
 }
 
+namespace {
+
+// The text of a string value with the characters that need one as entities. `out` has
+// room for six bytes a character (and sixteen more).
+char* Escaped(char* out, std::string_view text) {
+    const char* p = text.data();
+    const char* end = p + text.size();
+#if defined(__SSE2__) || defined(_M_X64)
+    // Sixteen characters a step: the chunk is stored whole (the room reserved for the text,
+    // six bytes a character, takes it), then kept up to the first that needs an entity.
+    while (end - p >= 16) {
+        __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        __m128i special = _mm_or_si128(
+            _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('&')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('<'))),
+            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('>')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('"'))),
+                         _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\''))));
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(special));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), chunk);
+        int plain = mask == 0 ? 16 : std::countr_zero(mask);
+        out += plain;
+        p += plain;
+        if (mask != 0) out = EscapedCharacter(out, *p++);
+    }
+#endif
+    for (; p < end; ++p) out = EscapedCharacter(out, *p);
+    return out;
+}
+
+// What an element's start tag holds behind its name: the namespace of the root, the id.
+char* OpenAttributes(char* out, std::uint32_t id, bool root) {
+    if (root) out = Copy(out, kRootAttributes);
+    if (id != 0) {
+        out = Copy(out, " d:id=\"");
+        out = WriteSigned(out, static_cast<std::int32_t>(id));
+        *out++ = '"';
+    }
+    return out;
+}
+
 class XmlWriter {
 public:
     XmlWriter(BinaryReader& reader, std::string& xml, std::size_t binarySize, const XmlStyle& style)
@@ -73,7 +113,6 @@ private:
     CodecStatus Write(const Record& record);
     std::string_view Name(std::uint16_t index);
     char* Indent(char* out) const;
-    char* Escaped(char* out, std::string_view text) const;
     char* Scalar(char* out, ValueType type, const unsigned char* p) const;
     void StartTag(const Record& record, std::size_t extra);
     void Value(const Record& record);
@@ -111,30 +150,6 @@ char* XmlWriter::Indent(char* out) const {
     for (; depth > kTabs.size(); depth -= kTabs.size()) out = Copy(out, kTabs);
     std::memcpy(out, kTabs.data(), depth);
     return out + depth;
-}
-
-char* XmlWriter::Escaped(char* out, std::string_view text) const {
-    const char* p = text.data();
-    const char* end = p + text.size();
-#if defined(__SSE2__) || defined(_M_X64)
-    // Sixteen characters a step: the chunk is stored whole (the room reserved for the text,
-    // six bytes a character, takes it), then kept up to the first that needs an entity.
-    while (end - p >= 16) {
-        __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        __m128i special = _mm_or_si128(
-            _mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('&')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('<'))),
-            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, _mm_set1_epi8('>')), _mm_cmpeq_epi8(chunk, _mm_set1_epi8('"'))),
-                         _mm_cmpeq_epi8(chunk, _mm_set1_epi8('\''))));
-        auto mask = static_cast<unsigned>(_mm_movemask_epi8(special));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), chunk);
-        int plain = mask == 0 ? 16 : std::countr_zero(mask);
-        out += plain;
-        p += plain;
-        if (mask != 0) out = EscapedCharacter(out, *p++);
-    }
-#endif
-    for (; p < end; ++p) out = EscapedCharacter(out, *p);
-    return out;
 }
 
 char* XmlWriter::Scalar(char* out, ValueType type, const unsigned char* p) const {
@@ -258,14 +273,7 @@ CodecStatus XmlWriter::Write(const Record& record) {
     switch (record.kind) {
         case Kind::Open: {
             StartTag(record, 40 + kRootAttributes.size());
-            char* out = out_.Reserve(0);
-            if (open_.empty()) out = Copy(out, kRootAttributes);
-            if (record.id != 0) {
-                out = Copy(out, " d:id=\"");
-                out = WriteSigned(out, static_cast<std::int32_t>(record.id));
-                *out++ = '"';
-            }
-            out_.Commit(out);
+            out_.Commit(OpenAttributes(out_.Reserve(0), record.id, open_.empty()));
             open_.push_back(record.nameIndex);
             startPending_ = true;
             return std::nullopt;
@@ -317,6 +325,18 @@ CodecStatus XmlWriter::Run() {
 }
 
 }  // namespace
+
+std::string XmlText(std::string_view text) {
+    std::string out(6 * text.size() + 16, '\0');
+    out.resize(static_cast<std::size_t>(Escaped(out.data(), text) - out.data()));
+    return out;
+}
+
+std::string OpenTagAttributes(std::uint32_t id, bool root) {
+    std::string out(kRootAttributes.size() + 32, '\0');
+    out.resize(static_cast<std::size_t>(OpenAttributes(out.data(), id, root) - out.data()));
+    return out;
+}
 
 CodecStatus BinaryToXml(std::string_view binary, std::string& xml, const XmlStyle& style) {
     return Guarded(xml, [&] {

@@ -18,6 +18,21 @@ bool Taken(const std::string& path) {
     return fs::exists(fs::symlink_status(HostPath(path), ec));
 }
 
+// The new file under a scratch name beside the target, then renamed over it.
+base::Status OverwriteInPlace(const std::string& made, const std::string& target) {
+    const std::string scratch = target + ".ferrolund-part";
+    base::Status failed = CopyFileReplacing(made, scratch);
+    std::error_code ec;
+    if (!failed) {
+        fs::rename(HostPath(scratch), HostPath(target), ec);
+        if (ec) failed = base::err::PathFileAccess(target);
+    }
+    if (failed) fs::remove(HostPath(scratch), ec);
+    ForgetPath(scratch);
+    ForgetPath(target);
+    return failed;
+}
+
 }  // namespace
 
 std::string BackupBaseName(std::string_view path, const BackupRule& rule) {
@@ -64,6 +79,7 @@ base::Status ReplaceWithBackup(const std::string& made, const std::string& targe
     backup.clear();
     const BackupOutcome outcome = MakeBackup(target, rule);
     if (outcome.error) return outcome.error;
+    if (outcome.backup.empty() && rule.overwriteWhenFull) return OverwriteInPlace(made, target);
     if (outcome.backup.empty()) return base::RunError{58, "No free back-up name is left for " + target};
     if (base::Status copied = CopyFileReplacing(made, target)) {
         std::error_code ec;

@@ -23,11 +23,17 @@ struct BackupRule {
     // taken no back-up is made. kNoLastNumber numbers on until a name is free. 0 allows
     // the single ".bak" only, which then replaces an older ".bak".
     int lastNumber = 50;
+    // With every name taken, ReplaceWithBackup puts the new file in all the same, with no
+    // back-up; otherwise it refuses.
+    bool overwriteWhenFull = false;
 };
 
 // "<name>.bak", then ".bak1" to ".bak50": saves of the editor, the asset transforms,
 // the index, tiles.
 inline constexpr BackupRule kBackupRule{};
+// As kBackupRule, but once ".bak" to ".bak50" are all taken the file is replaced without
+// a back-up: the asset index.
+inline constexpr BackupRule kOverwritingBackupRule{.overwriteWhenFull = true};
 // "<base>.bak", then ".bak1" to ".bak50": the scenario's two files and the consist file.
 inline constexpr BackupRule kScenarioBackupRule{.name = BackupName::InsteadOfExtension};
 // "<name>.bak", then numbered without end: the track file, route details, curve files.
@@ -46,9 +52,11 @@ BackupOutcome MakeBackup(std::string_view path, const BackupRule& rule = kBackup
 
 // Replaces `target` by the file `made`, after the rule has renamed the target: the way
 // the commands that rewrite a game file put their result in. When the copy fails the
-// old file gets its name back, so the target is never lost. Refused, with nothing
-// changed, when the rule has no free back-up name left. `backup` is the old file's new
-// name.
+// old file gets its name back, so the target is never lost. When the rule has no free
+// back-up name left it is refused, with nothing changed, unless the rule says to
+// overwrite: the new file is then copied beside the target and renamed over it, so a
+// failed copy still leaves the old file whole. `backup` is the old file's new name,
+// empty when none was made.
 base::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
                               std::string& backup);
 

@@ -6,6 +6,7 @@ namespace ferrolund::screens {
 void RegisterEditorToolCommands(MenuCommands& menu);  // screens/editor/editor_tool_commands.cpp
 void RegisterArchiveCommands(MenuCommands& menu);     // screens/archives/archive_commands.cpp
 void RegisterRouteCommands(MenuCommands& menu);       // screens/routes/route_commands.cpp
+void RegisterAssetCommands(MenuCommands& menu);       // screens/assets/asset_commands.cpp
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
@@ -13,6 +14,7 @@ void RegisterAllCommands(MenuCommands& menu) {
     RegisterEditorToolCommands(menu);
     RegisterArchiveCommands(menu);
     RegisterRouteCommands(menu);
+    RegisterAssetCommands(menu);
 }
 
 }  // namespace ferrolund::screens

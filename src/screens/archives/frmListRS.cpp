@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "archives/make_batch.h"
+#include "assets/file_check.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/report_grid_model.h"
 #include "screens/routes/dlgMissShape.h"
@@ -58,6 +59,11 @@ frmListRS::frmListRS(app::AppContext& ctx, archives::ReportGrid grid, QWidget* p
         grid_.sortOn(2);
         model_->refresh();
     })->setObjectName("mnuSD");
+    // The blueprints of the list's rows checked for the files they need (not for archives).
+    if (grid_.mode != archives::kModeApList) {
+        QMenu* check = bar->addMenu("Check Assets");
+        check->addAction("Check Loco for missing files", this, &frmListRS::checkLoco)->setObjectName("mnuCheckLoco");
+    }
 
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(bar);
@@ -240,6 +246,18 @@ void frmListRS::removeItems(int kind) {
 void frmListRS::fixProviders() {
     if (!ctx_.ui) return;
     routes::FixRouteProviders(ctx_, grid_);
+}
+
+void frmListRS::checkLoco() {
+    std::vector<assets::AssetRow> rows;
+    for (std::size_t r : selectedRows()) rows.push_back(assets::RowFromGridItem(grid_.cell(r, 0)));
+    assets::CheckOutcome outcome;
+    runLong([&] {
+        ctx_.abortFlag = false;
+        outcome = assets::CheckRows(ctx_, rows, assets::RowReport::MissingFiles, assets::ReportGridRows());
+    });
+    if (outcome.noRows || outcome.emptyRow) return;
+    ShowReport(ctx_, this, {}, outcome.report);
 }
 
 void frmListRS::showCount() { label4_->setText(QString::number(grid_.rowCount())); }

@@ -46,6 +46,9 @@ public:
     void printList();
     void selectMainContent();
     void copyRow(int row);
+    // "Check Loco for missing files": the blueprints of the selected rows, reported on
+    // the report screen.
+    void checkLoco();
     // The commands on the route the list came from.
     void substituteItem();
     void removeItems(int kind);

@@ -142,5 +142,42 @@ TEST(ReplaceWithBackup, TheOldFileIsNeverLost) {
     }
 }
 
+TEST(ReplaceWithBackup, OverwritingRuleWithEveryNameTaken) {
+    struct Case {
+        const char* what;
+        bool madeExists;
+        const char* expected;  // what the target then holds
+        bool failed;
+    };
+    const Case cases[] = {
+        {"the new file replaces the old, with no back-up", true, "new", false},
+        {"a copy that fails leaves the old file", false, "old", true},
+    };
+    for (const auto& c : cases) {
+        testing::TempFolder folder;
+        folder.write("index.csv", "old");
+        if (c.madeExists) folder.write("made.csv", "new");
+        folder.write("index.csv.bak", "b");
+        for (int n = 1; n <= 50; ++n) folder.write("index.csv.bak" + std::to_string(n), "b" + std::to_string(n));
+        std::string backup = "stale";
+        const base::Status status =
+            ReplaceWithBackup(In(folder, "made.csv"), In(folder, "index.csv"), kOverwritingBackupRule, backup);
+        EXPECT_EQ(status.has_value(), c.failed) << c.what;
+        EXPECT_EQ(backup, "") << c.what;
+        EXPECT_EQ(folder.read("index.csv"), c.expected) << c.what;
+        EXPECT_EQ(folder.read("index.csv.bak50"), "b50") << c.what;
+        EXPECT_FALSE(fs::exists(folder.path() / "index.csv.bak51")) << c.what;
+        EXPECT_FALSE(fs::exists(folder.path() / "index.csv.ferrolund-part")) << c.what;
+    }
+    // While a name is free the rule backs up as kBackupRule does.
+    testing::TempFolder folder;
+    folder.write("index.csv", "old");
+    folder.write("made.csv", "new");
+    std::string backup;
+    EXPECT_FALSE(ReplaceWithBackup(In(folder, "made.csv"), In(folder, "index.csv"), kOverwritingBackupRule, backup));
+    EXPECT_EQ(backup, In(folder, "index.csv.bak"));
+    EXPECT_EQ(folder.read("index.csv.bak"), "old");
+}
+
 }  // namespace
 }  // namespace ferrolund::tools

@@ -1,0 +1,310 @@
+#include "assets/transform_frame.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <pugixml.hpp>
+#include <system_error>
+
+#include "assets/blueprint.h"
+#include "tools/backup.h"
+#include "tools/files.h"
+#include "tools/host_path.h"
+#include "tools/serz_convert.h"
+#include "tools/tags.h"
+#include "tools/text_search.h"
+
+namespace ferrolund::assets {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kModule = "frmAssets";
+// The back-up rule's refusal when every numbered name is taken.
+constexpr int kNoBackupLeft = 58;
+
+std::string NameOf(const std::string& file) {
+    const std::size_t cut = file.find_last_of('\\');
+    return cut == std::string::npos ? file : file.substr(cut + 1);
+}
+
+std::string FolderOf(const std::string& file) {
+    const std::size_t cut = file.find_last_of('\\');
+    return cut == std::string::npos ? std::string() : file.substr(0, cut + 1);
+}
+
+// A geometry's base ends at the first '.', a blueprint's at the last.
+std::string BaseOf(const std::string& file, TransformFile kind) {
+    const std::string name = NameOf(file);
+    const std::size_t point = kind == TransformFile::Geometry ? name.find('.') : name.rfind('.');
+    return point == std::string::npos ? name : name.substr(0, point);
+}
+
+std::string RowPath(const AssetRow& row) { return JoinRowPath(row.provider, row.product, row.path); }
+
+// A row's line of the report, on one line whatever the reason holds.
+std::string ReportLine(const AssetRow& row, std::string text) {
+    for (std::size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at)) text.replace(at, 2, " ");
+    return RowPath(row) + "  " + text + "\r\n";
+}
+
+// The geometry that the row's blueprint names, or empty.
+std::string GeometryFile(app::AppContext& ctx, const std::string& blueprintFile) {
+    std::string xml;
+    if (tools::SerzReadXml(ctx, blueprintFile, xml)) return {};
+    const long at = tools::InStr(xml, "<GeometryID");
+    if (at == 0) return {};
+    std::string value;
+    long pos = at;
+    tools::GetDetail(xml, pos, "GeometryID", value, tools::kBlueprintTagOptions);
+    if (value.empty()) return {};
+    return ctx.gameRoot() + "\\Assets\\" + CutMarker(value) + ".GeoPcDx";
+}
+
+// Puts `made` at `target` in one step: a copy beside the target, renamed over it. The
+// target is either the new file or, when it existed, left as it was.
+base::Status PutInPlace(const std::string& made, const std::string& target) {
+    const std::string scratch = target + ".part";
+    if (base::Status copied = tools::CopyFileReplacing(made, scratch)) return copied;
+    std::error_code ec;
+    fs::rename(tools::HostPath(scratch), tools::HostPath(target), ec);
+    tools::ForgetPath(scratch);
+    tools::ForgetPath(target);
+    if (!ec) return std::nullopt;
+    fs::remove(tools::HostPath(scratch), ec);
+    tools::ForgetPath(scratch);
+    return base::err::PathFileAccess(target);
+}
+
+base::Status Replace(const std::string& made, const std::string& target, std::string& backup) {
+    backup.clear();
+    if (tools::FileLength(target) < 0) return PutInPlace(made, target);
+    base::Status status = tools::ReplaceWithBackup(made, target, tools::kBackupRule, backup);
+    // Every back-up name taken: the original is overwritten without one.
+    if (status && status->number == kNoBackupLeft) return PutInPlace(made, target);
+    return status;
+}
+
+struct RowRun {
+    app::AppContext& ctx;
+    const TransformCommand& command;
+    std::string temp;
+
+    bool convertToXml(const std::string& file, const std::string& base, std::string& text) {
+        const std::string xml = temp + "\\" + base + ".xml";
+        base::Status status;
+        if (command.file == TransformFile::Geometry) {
+            // The converter takes a geometry only under the name of a blueprint.
+            const std::string copy = temp + "\\" + base + ".bin";
+            status = tools::CopyFileReplacing(file, copy);
+            if (!status) status = tools::SerzConvert(ctx, copy, xml, tools::SerzDirection::ToXml);
+        } else {
+            status = tools::SerzConvert(ctx, file, xml, tools::SerzDirection::ToXml);
+        }
+        text = status ? std::string() : tools::ReadTextFile(xml);
+        return !text.empty();
+    }
+
+    // Compiles the text and reads the result back; the compiled file, or empty.
+    std::string compile(const std::string& outBase, const std::string& text) {
+        const std::string xml = temp + "\\" + outBase + ".xml";
+        const std::string made = temp + "\\" + outBase + ".bin";
+        if (!tools::WriteTextFile(ctx, xml, text)) return {};
+        if (tools::SerzConvert(ctx, xml, made, tools::SerzDirection::ToBinary)) return {};
+        std::string back;
+        if (tools::SerzReadXml(ctx, made, back) || back.empty() || !SameXmlContent(text, back)) return {};
+        return made;
+    }
+
+    TransformResult apply(TransformRow& row, const std::string& text) {
+        try {
+            return command.transform(ctx, row, text);
+        } catch (const std::exception& e) {
+            ctx.report(base::RunError{base::err::kPathFileAccess, e.what()}, kModule);
+            return TransformResult::Skip(TransformResult::Verdict::Unfit, e.what());
+        }
+    }
+
+    RowOutcome run(const AssetRow& selected, std::string& note) {
+        RowOutcome out;
+        out.row = selected;
+        std::string file = RowFile(ctx, selected);
+        if (command.file == TransformFile::Geometry) {
+            file = GeometryFile(ctx, file);
+            if (file.empty()) {
+                out.reason = "This item does not name a geometry file.";
+                return out;
+            }
+        }
+        out.file = file;
+        if (tools::FileLength(file) < 0) {
+            out.reason = "The file " + file + " does not exist.";
+            return out;
+        }
+        const std::string base = BaseOf(file, command.file);
+        std::string text;
+        if (!convertToXml(file, base, text)) {
+            out.reason = CompileFailedMessage(file);
+            return out;
+        }
+        TransformRow row{out.row, file, base};
+        TransformResult result = apply(row, text);
+        using Verdict = TransformResult::Verdict;
+        if (result.verdict != Verdict::Changed) {
+            out.row = selected;
+            out.reason = result.verdict == Verdict::Cancelled ? "Cancelled." : result.reason;
+            return out;
+        }
+        const std::string target = result.saveAs.empty() ? file : FolderOf(file) + result.saveAs;
+        const std::string made = compile(BaseOf(target, command.file), result.text);
+        if (made.empty()) {
+            out.row = selected;
+            out.reason = CompileFailedMessage(file);
+            if (ctx.ui) ctx.ui->message(out.reason, base::Icon::Exclamation);
+            return out;
+        }
+        if (base::Status status = Replace(made, target, out.backup)) {
+            ctx.report(*status, kModule);
+            out.row = selected;
+            out.reason = status->description;
+            return out;
+        }
+        out.written = target;
+        if (!result.note.empty()) note = "  " + result.note;
+        return out;
+    }
+};
+
+// Numbers of a float-typed element, or nothing when the text is not all numbers.
+bool Numbers(std::string_view text, std::vector<double>& values) {
+    values.clear();
+    std::string copy(text);
+    const char* at = copy.c_str();
+    while (true) {
+        while (*at == ' ' || *at == '\t' || *at == '\r' || *at == '\n') ++at;
+        if (*at == '\0') return !values.empty();
+        char* end = nullptr;
+        const double value = std::strtod(at, &end);
+        if (end == at) return false;
+        values.push_back(value);
+        at = end;
+    }
+}
+
+bool FloatTyped(const pugi::xml_node& node) {
+    const std::string type = node.attribute("d:type").value();
+    const std::string elementType = node.attribute("d:elementType").value();
+    return type == "sFloat32" || type == "sFloat64" || elementType == "sFloat32" || elementType == "sFloat64";
+}
+
+bool SameNumbers(std::string_view a, std::string_view b) {
+    std::vector<double> x, y;
+    if (!Numbers(a, x) || !Numbers(b, y) || x.size() != y.size()) return false;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const double scale = std::max(std::fabs(x[i]), std::fabs(y[i]));
+        if (std::fabs(x[i] - y[i]) > 1e-5 * scale + 1e-6) return false;
+    }
+    return true;
+}
+
+std::string WithoutBlanks(std::string_view text) {
+    std::string out;
+    for (char c : text)
+        if (c != ' ' && c != '\t' && c != '\r' && c != '\n') out += c;
+    return out;
+}
+
+bool SameValue(const pugi::xml_node& a, const pugi::xml_node& b) {
+    const std::string_view x = a.text().get(), y = b.text().get();
+    if (x == y) return true;
+    if (std::string_view(a.name()) == "d:blob") return WithoutBlanks(x) == WithoutBlanks(y);
+    return FloatTyped(a) && SameNumbers(x, y);
+}
+
+bool SameAttributes(const pugi::xml_node& a, const pugi::xml_node& b) {
+    auto next = [](pugi::xml_attribute at) {
+        while (at && std::string_view(at.name()) == "d:alt_encoding") at = at.next_attribute();
+        return at;
+    };
+    pugi::xml_attribute x = next(a.first_attribute()), y = next(b.first_attribute());
+    for (; x && y; x = next(x.next_attribute()), y = next(y.next_attribute())) {
+        if (std::string_view(x.name()) != y.name() || std::string_view(x.value()) != y.value()) return false;
+    }
+    return !x && !y;
+}
+
+bool SameElement(const pugi::xml_node& a, const pugi::xml_node& b) {
+    if (std::string_view(a.name()) != b.name() || !SameAttributes(a, b) || !SameValue(a, b)) return false;
+    pugi::xml_node x = a.first_child(), y = b.first_child();
+    auto element = [](pugi::xml_node n) {
+        while (n && n.type() != pugi::node_element) n = n.next_sibling();
+        return n;
+    };
+    for (x = element(x), y = element(y); x && y; x = element(x.next_sibling()), y = element(y.next_sibling())) {
+        if (!SameElement(x, y)) return false;
+    }
+    return !x && !y;
+}
+
+}  // namespace
+
+std::string RowFile(const app::AppContext& ctx, const AssetRow& row) {
+    return ctx.gameRoot() + "\\Assets\\" + RowPath(row);
+}
+
+std::string BlueprintCacheFile(const std::string& gameRoot) { return gameRoot + "\\Assets\\BluePrints.pak"; }
+
+std::string CompileFailedMessage(const std::string& file) {
+    return "Serz.exe could not convert file " + file + "\r\nThis is a limitation of Serz.exe and out of my control.";
+}
+
+bool SameXmlContent(std::string_view intended, std::string_view readBack) {
+    pugi::xml_document a, b;
+    constexpr unsigned kOptions = pugi::parse_default;
+    if (!a.load_buffer(intended.data(), intended.size(), kOptions, pugi::encoding_utf8)) return false;
+    if (!b.load_buffer(readBack.data(), readBack.size(), kOptions, pugi::encoding_utf8)) return false;
+    const pugi::xml_node x = a.document_element(), y = b.document_element();
+    return x && y && SameElement(x, y);
+}
+
+TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformCommand& command) {
+    TransformOutcome out;
+    ctx.currentRoutine = command.routine;
+    if (command.warn && ctx.ui &&
+        ctx.ui->ask(ctx.langText(446, {}, kModule) + "\r\n" + ctx.langText(447, {}, kModule), base::Buttons::OkCancel,
+                    base::Icon::Exclamation) != base::Answer::Ok) {
+        return out;
+    }
+    std::vector<AssetRow> rows;
+    for (const AssetRow& row : selected)
+        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
+    if (rows.empty()) {
+        if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
+        return out;
+    }
+    if (command.prepare && !command.prepare(ctx, rows)) return out;
+    out.ran = true;
+    if (!command.reportHeading.empty()) out.report += command.reportHeading + "\r\n";
+    RowRun run{ctx, command, ctx.appPath("TempFiles")};
+    tools::CreatePath(run.temp);
+    if (ctx.ui) ctx.ui->busy(true);
+    for (const AssetRow& row : rows) {
+        if (ctx.ui) ctx.ui->pump();
+        if (ctx.abortFlag) {
+            out.aborted = true;
+            break;
+        }
+        std::string note;
+        RowOutcome done = run.run(row, note);
+        out.report += ReportLine(row, done.reason.empty() ? std::string(kChangesMade) + note : done.reason);
+        out.rows.push_back(std::move(done));
+    }
+    if (ctx.ui) ctx.ui->busy(false);
+    const std::string cache = BlueprintCacheFile(ctx.gameRoot());
+    if (tools::FileLength(cache) >= 0) ctx.report(tools::DeleteFile(cache), kModule);
+    if (ctx.ui) ctx.ui->message(ctx.langText(445, {}, kModule), base::Icon::Information);
+    return out;
+}
+
+}  // namespace ferrolund::assets
