@@ -203,7 +203,8 @@ bool ContentList::deleteSelected(app::AppContext& ctx, const std::vector<std::si
         files.push_back(rowFile(ctx.gameRoot(), r));
     }
     for (const std::string& file : files) {
-        if (tools::FileExists(file)) ctx.report(tools::DeleteFile(file), kModule);
+        // A file that cannot be read still has a length, and is deleted as well.
+        if (tools::FileLength(file) >= 0) ctx.report(tools::DeleteFile(file), kModule);
     }
     rows.clear();
     if (zeroLengthMode) {

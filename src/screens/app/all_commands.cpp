@@ -7,6 +7,7 @@ void RegisterEditorToolCommands(MenuCommands& menu);  // screens/editor/editor_t
 void RegisterArchiveCommands(MenuCommands& menu);     // screens/archives/archive_commands.cpp
 void RegisterRouteCommands(MenuCommands& menu);       // screens/routes/route_commands.cpp
 void RegisterAssetCommands(MenuCommands& menu);       // screens/assets/asset_commands.cpp
+void RegisterContentCommands(MenuCommands& menu);     // screens/assets/content_commands.cpp
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
@@ -15,6 +16,7 @@ void RegisterAllCommands(MenuCommands& menu) {
     RegisterArchiveCommands(menu);
     RegisterRouteCommands(menu);
     RegisterAssetCommands(menu);
+    RegisterContentCommands(menu);
 }
 
 }  // namespace ferrolund::screens
