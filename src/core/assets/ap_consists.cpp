@@ -1,7 +1,6 @@
 #include "assets/ap_consists.h"
 
 #include "archives/zip_archive.h"
-#include "routes/route_indexer.h"
 #include "services/scan_path.h"
 #include "tools/codepage.h"
 #include "tools/files.h"
@@ -42,6 +41,13 @@ base::Status ReadEntry(const archives::ZipArchive& archive, std::size_t index, s
 }
 
 }  // namespace
+
+const routes::RouteIndexRule kApScreenRouteIndex{{"English", "French", "German"}, true, true, true};
+
+void BuildRouteIndex(app::AppContext& ctx) {
+    ctx.currentRoutine = "mnuRInd_Click";
+    routes::ExtractAndIndexRoutes(ctx, kApScreenRouteIndex, false);
+}
 
 std::string ElementBehind(std::string_view stored, std::string_view word) {
     for (std::size_t from = 0; from + word.size() < stored.size();) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "routes/route_indexer.h"
 
 namespace ferrolund::assets {
 
@@ -46,6 +47,14 @@ struct ApScenarioRow {
 // The element that follows `word` + '\' in a stored name (either separator), compared
 // without regard to case; empty when there is none.
 std::string ElementBehind(std::string_view stored, std::string_view word);
+
+// The route index as this screen's "Build Route Index" makes it: the row of "Index Route
+// Properties" (nameless routes skipped, the 240 cut with the slot behind it, the first
+// place left empty) from three languages only.
+extern const routes::RouteIndexRule kApScreenRouteIndex;
+// "Build Route Index": the prompt and extraction of "Extract RouteProperties.xml", then
+// the index by kApScreenRouteIndex; cancelled, it leaves at once.
+void BuildRouteIndex(app::AppContext& ctx);
 
 class ApConsists {
 public:

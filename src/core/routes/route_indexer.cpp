@@ -112,25 +112,30 @@ void IndexRouteProperties(app::AppContext& ctx) {
     if (ctx.ui) ctx.ui->busy(false);
 }
 
-void getRouteProperties(app::AppContext& ctx) {
-    ctx.currentRoutine = "getRouteProperties";
+void ExtractAndIndexRoutes(app::AppContext& ctx, const RouteIndexRule& rule, bool tellOnCancel) {
     tools::BatchOutcome outcome;
     if (!archives::RunBulkExtraction(ctx, archives::BulkKind::RouteProperties, outcome)) {
-        ctx.ui->message("An Index of all RouteProperties.xml files will now\nbe compiled and written to "
-                        "IndexFiles\\RouteIndex.csv",
-                        base::Icon::Information);
+        if (tellOnCancel) {
+            ctx.ui->message("An Index of all RouteProperties.xml files will now\nbe compiled and written to "
+                            "IndexFiles\\RouteIndex.csv",
+                            base::Icon::Information);
+        }
         return;
     }
     ctx.ui->busy(true);
     std::string indexFolder = ctx.appPath("IndexFiles");
     if (!tools::FolderExists(indexFolder)) tools::CreatePath(indexFolder);
     const std::string file = ctx.appPath("IndexFiles\\RouteIndex.csv");
-    tools::WriteTextFile(ctx, file, BuildRouteIndexText(ctx.gameRoot(), kExtractedRouteProperties));
-    ctx.routeIndex = ReloadRouteIndex(tools::ReadTextFile(file), kExtractedRouteProperties,
-                                      ListRouteFolders(ctx.gameRoot()).size());
+    tools::WriteTextFile(ctx, file, BuildRouteIndexText(ctx.gameRoot(), rule));
+    ctx.routeIndex = ReloadRouteIndex(tools::ReadTextFile(file), rule, ListRouteFolders(ctx.gameRoot()).size());
     ctx.ui->message("All RouteProperties.xml files have been extracted and\nRouteIndex.csv written to 'IndexFiles' folder",
                     base::Icon::Information);
     ctx.ui->busy(false);
+}
+
+void getRouteProperties(app::AppContext& ctx) {
+    ctx.currentRoutine = "getRouteProperties";
+    ExtractAndIndexRoutes(ctx, kExtractedRouteProperties, true);
 }
 
 }  // namespace ferrolund::routes

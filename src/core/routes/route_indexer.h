@@ -51,6 +51,11 @@ RouteIndex ReloadRouteIndex(const std::string& fileText, const RouteIndexRule& r
 // setting that stops the first-use notice.
 void IndexRouteProperties(app::AppContext& ctx);
 
+// Asks, unpacks the properties files of packed routes (never over one on disk), then
+// indexes by the rule and tells so. Cancelled, it leaves at once, with the notice that an
+// index will be made when `tellOnCancel`.
+void ExtractAndIndexRoutes(app::AppContext& ctx, const RouteIndexRule& rule, bool tellOnCancel);
+
 // "Extract RouteProperties.xml": asks, unpacks the properties files of packed routes
 // (never over one on disk), then indexes by kExtractedRouteProperties. Leaves the setting
 // of the first-use notice as it is.

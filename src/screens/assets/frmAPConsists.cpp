@@ -1,10 +1,12 @@
 #include "screens/assets/frmAPConsists.h"
 
+#include <QAction>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -68,7 +70,13 @@ frmAPConsists::frmAPConsists(app::AppContext& ctx, QWidget* parent) : QDialog(pa
             &frmAPConsists::findScenarioProperties);
     connect(addButton("cmdDetails", "Add Scenario Details"), &QPushButton::clicked, this, &frmAPConsists::addDetails);
 
+    auto* bar = new QMenuBar(this);
+    QAction* index = bar->addAction("Build Route Index");
+    index->setObjectName("mnuRInd");
+    connect(index, &QAction::triggered, this, [this] { assets::BuildRouteIndex(ctx_); });
+
     auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(bar);
     auto* folderRow = new QHBoxLayout;
     folderRow->addWidget(new QLabel("Folder", this));
     folderRow->addWidget(folder_, 1);

@@ -7,6 +7,7 @@
 
 #include "archives/zip_writer.h"
 #include "core/routes/location_test_support.h"
+#include "core/sample/sample_fixture.h"
 #include "tools/host_path.h"
 
 namespace ferrolund::assets {
@@ -143,6 +144,31 @@ TEST(ApConsists, NothingChosenIsTold) {
     EXPECT_EQ(g.ui.texts(), (std::vector<std::string>{none, none}));
     model.clear();
     EXPECT_TRUE(model.archives.empty() && model.properties.empty() && model.details.empty());
+}
+
+TEST(ApConsists, BuildRouteIndexUnpacksThePropertiesAndIndexesByItsRule) {
+    const std::string packed = "d7e2b6a0-51c9-4f8d-a6e3-0b4c8f2917de";
+    for (const base::Answer answer : {base::Answer::Cancel, base::Answer::Ok}) {
+        ApGame g;
+        fs::create_directories(g.root.path() / "game/Content/Routes" / packed);
+        fs::copy_file(sample::SampleRoot() / "Content/Routes" / packed / "MainContent.ap",
+                      g.root.path() / "game/Content/Routes" / packed / "MainContent.ap");
+        // A route on disk whose name is only in Dutch: not one of the three languages.
+        g.root.write("game/Content/Routes/a-dutch/RouteProperties.xml", "<Dutch>Noord</Dutch>");
+        fs::copy(fs::path(FERROLUND_BIN_DIR) / "Templates", g.root.path() / "app/Templates",
+                 fs::copy_options::recursive);
+        g.ui.answers = {answer};
+        BuildRouteIndex(g.ctx);
+        const bool done = answer == base::Answer::Ok;
+        EXPECT_EQ(fs::exists(g.root.path() / "app/IndexFiles/RouteIndex.csv"), done);
+        EXPECT_EQ(g.ui.shown.size(), done ? 2u : 1u);  // the prompt, and the closing text
+        if (!done) continue;
+        ASSERT_EQ(g.ctx.routeIndex.count(), 2);
+        EXPECT_EQ(g.ctx.routeIndex.routeFolder[0], "");
+        EXPECT_EQ(g.ctx.routeIndex.routeFolder[1], packed);
+        EXPECT_EQ(g.ui.texts().back(),
+                  "All RouteProperties.xml files have been extracted and\nRouteIndex.csv written to 'IndexFiles' folder");
+    }
 }
 
 }  // namespace
