@@ -138,7 +138,15 @@ void frmAssetsAP::findApFiles() {
     if (ctx_.ui) ctx_.ui->busy(true);
     list_.findApFiles(ctx_, FromQt(folder_->text().trimmed()));
     if (ctx_.ui) ctx_.ui->busy(false);
-    for (const auto& file : list_.apFiles()) archives_->addItem(ToQt(file));
+    // Each archive by its place below the folder searched; the whole path in its tip.
+    const std::string folder = FromQt(folder_->text().trimmed());
+    for (const auto& file : list_.apFiles()) {
+        std::string shown = file;
+        if (shown.size() > folder.size() && shown.compare(0, folder.size(), folder) == 0) shown = shown.substr(folder.size());
+        if (!shown.empty() && (shown.front() == '\\' || shown.front() == '/')) shown.erase(0, 1);
+        auto* item = new QListWidgetItem(ToQt(shown), archives_);
+        item->setToolTip(ToQt(file));
+    }
     if (ctx_.ui && list_.apFiles().empty())
         ctx_.ui->message("No .ap files were found in " + FromQt(folder_->text()), base::Icon::Information);
 }
