@@ -17,6 +17,7 @@
 #include "assets/file_check.h"
 #include "assets/where_used.h"
 #include "bench.h"
+#include "bench_ui.h"
 
 namespace {
 
@@ -24,42 +25,6 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
-
-// Answers nothing, and measures the time between two event pumps.
-class QuietUi : public ferrolund::base::Ui {
-public:
-    double longestGap = 0;
-    void message(const std::string&, ferrolund::base::Icon, const std::string&) override {}
-    ferrolund::base::Answer ask(const std::string&, ferrolund::base::Buttons, ferrolund::base::Icon,
-                               const std::string&) override {
-        return ferrolund::base::Answer::No;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::optional<std::string> chooseOpenFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseSaveFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override { return {}; }
-    void progress(int, const std::string&) override {}
-    void status(int, const std::string&) override {}
-    void busy(bool) override {}
-    void pump() override {
-        const auto now = Clock::now();
-        if (started_) longestGap = std::max(longestGap, std::chrono::duration<double>(now - last_).count());
-        last_ = now;
-        started_ = true;
-    }
-    void reset() {
-        started_ = false;
-        longestGap = 0;
-    }
-
-private:
-    Clock::time_point last_;
-    bool started_ = false;
-};
 
 std::vector<ferrolund::assets::AssetRow> Blueprints(const fs::path& game) {
     std::vector<ferrolund::assets::AssetRow> rows;
@@ -90,7 +55,7 @@ FERROLUND_BENCH(asset_check) {
         std::printf("asset check: the sample could not be made (is ferrolund-cli built beside ferrolund-bench?)\n");
         return;
     }
-    QuietUi ui;
+    ferrolund::bench::BenchUi ui;
     ferrolund::app::AppContext ctx;
     ctx.appRoot = (root / "app").string();
     fs::create_directories(root / "app");

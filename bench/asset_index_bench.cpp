@@ -13,6 +13,7 @@
 #include "app/app_context.h"
 #include "assets/asset_scan.h"
 #include "bench.h"
+#include "bench_ui.h"
 #include "generator/make_sample.h"
 
 namespace {
@@ -22,43 +23,9 @@ using Clock = std::chrono::steady_clock;
 
 double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
 
-// Silent, and clicks "&Abort" once the walk has run for `abortAfter` seconds.
-class AbortingUi : public ferrolund::base::Ui {
-public:
-    AbortingUi(ferrolund::app::AppContext& ctx, double abortAfter) : ctx_(ctx), abortAfter_(abortAfter) {}
-    Clock::time_point started = Clock::now();
-    Clock::time_point clicked;
-    void message(const std::string&, ferrolund::base::Icon, const std::string&) override {}
-    ferrolund::base::Answer ask(const std::string&, ferrolund::base::Buttons, ferrolund::base::Icon,
-                               const std::string&) override {
-        return ferrolund::base::Answer::No;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::optional<std::string> chooseOpenFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseSaveFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override { return {}; }
-    void progress(int, const std::string&) override {}
-    void status(int, const std::string&) override {}
-    void busy(bool) override {}
-    void pump() override {
-        if (abortAfter_ > 0 && !ctx_.abortFlag && Seconds(started) >= abortAfter_) {
-            ctx_.abortFlag = true;
-            clicked = Clock::now();
-        }
-    }
-
-private:
-    ferrolund::app::AppContext& ctx_;
-    double abortAfter_;
-};
-
 void Scan(const char* label, const std::string& assets, bool rollingStock, unsigned workers) {
     ferrolund::app::AppContext ctx;
-    AbortingUi ui(ctx, 0);
+    ferrolund::bench::BenchUi ui;
     ctx.ui = &ui;
     ferrolund::assets::ScanOptions options;
     options.startFolder = assets;
@@ -77,13 +44,14 @@ void Scan(const char* label, const std::string& assets, bool rollingStock, unsig
 
 void Abort(const std::string& assets, double after) {
     ferrolund::app::AppContext ctx;
-    AbortingUi ui(ctx, after);
+    ferrolund::bench::BenchUi ui;
+    ui.abortAfter(&ctx.abortFlag, after);
     ctx.ui = &ui;
     ferrolund::assets::ScanOptions options;
     options.startFolder = assets;
     const auto totals = ferrolund::assets::ScanAssets(ctx, options, {});
     std::printf("abort clicked after %.2f s: the walk ended %.1f ms later with %ld rows kept%s\n", after,
-                std::chrono::duration<double>(Clock::now() - ui.clicked).count() * 1000, totals.rows,
+                std::chrono::duration<double>(ferrolund::bench::BenchUi::Clock::now() - ui.clicked).count() * 1000, totals.rows,
                 totals.aborted ? "" : " -- NOT ABORTED");
 }
 

@@ -17,6 +17,7 @@
 
 #include "app/app_context.h"
 #include "bench.h"
+#include "bench_ui.h"
 #include "routes/route_check_command.h"
 #include "routes/tile_decoder.h"
 #include "routes/tile_edit.h"
@@ -35,45 +36,12 @@ double CpuSeconds() {
     return usage.ru_utime.tv_sec + usage.ru_stime.tv_sec + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
-// Answers No, and measures the time between two event pumps.
-class QuietUi : public ferrolund::base::Ui {
-public:
-    double longestGap = 0;
-    void message(const std::string&, ferrolund::base::Icon, const std::string&) override {}
-    ferrolund::base::Answer ask(const std::string&, ferrolund::base::Buttons, ferrolund::base::Icon,
-                               const std::string&) override {
-        return ferrolund::base::Answer::No;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::optional<std::string> chooseOpenFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseSaveFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override { return {}; }
-    void progress(int, const std::string&) override {}
-    void status(int, const std::string&) override {}
-    void busy(bool) override {}
-    void pump() override {
-        const auto now = Clock::now();
-        if (started_) longestGap = std::max(longestGap, std::chrono::duration<double>(now - last_).count());
-        last_ = now;
-        started_ = true;
-    }
-    void reset() { started_ = false; longestGap = 0; }
-
-private:
-    Clock::time_point last_;
-    bool started_ = false;
-};
-
 std::string MakerPath() {
     return (fs::read_symlink("/proc/self/exe").parent_path() / "ferrolund-cli").string();
 }
 
 // The context of a run: the program's folder below `root`, the game at `game`.
-ferrolund::app::AppContext BenchContext(const fs::path& root, const fs::path& game, QuietUi& ui) {
+ferrolund::app::AppContext BenchContext(const fs::path& root, const fs::path& game, ferrolund::bench::BenchUi& ui) {
     ferrolund::app::AppContext ctx;
     ctx.appRoot = (root / "app").string();
     fs::create_directories(root / "app");
@@ -111,7 +79,7 @@ void RealisticTiles(const fs::path& root) {
         ++files;
     }
     std::printf("%zu tiles of %.1f KB on average\n", files, files ? bytes / 1024.0 / files : 0.0);
-    QuietUi ui;
+    ferrolund::bench::BenchUi ui;
     ferrolund::app::AppContext ctx = BenchContext(root, game, ui);
     const ferrolund::routes::TileFolder folder{scenery.string(), "(Scenery Item)", "Scenery\\", "Scenery "};
 
@@ -151,7 +119,7 @@ void RealisticTiles(const fs::path& root) {
 void Run(const fs::path& root, int tiles, int assets, bool textures) {
     const fs::path game = root / ("g" + std::to_string(tiles));
     if (!MakeSample(game, tiles, assets)) return;
-    QuietUi ui;
+    ferrolund::bench::BenchUi ui;
     ferrolund::app::AppContext ctx = BenchContext(root, game, ui);
     ferrolund::routes::CheckAnswers answers;
     answers.checkTextures = textures;
@@ -187,7 +155,7 @@ FERROLUND_BENCH(tile_edit) {
     const fs::path root = fs::temp_directory_path() / ("ferrolund-edit-bench-" + std::to_string(::getpid()));
     const fs::path game = root / "g";
     if (MakeSample(game, 10000, 200)) {
-        QuietUi ui;
+        ferrolund::bench::BenchUi ui;
         ferrolund::app::AppContext ctx;
         ctx.appRoot = (root / "app").string();
         fs::create_directories(root / "app");

@@ -1,5 +1,5 @@
-// ferrolund-screen-bench: times the editor window on a large game file: opening (copy,
-// conversion, reading, showing) and typing into the pane. Prints the figures.
+// The editor window on a large game file: opening (copy, conversion, reading, showing)
+// and typing into the pane.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
@@ -12,6 +12,7 @@
 #include <fstream>
 
 #include "app/startup.h"
+#include "screen_bench.h"
 #include "editor/document.h"
 #include "screens/app/frmEditor.h"
 #include "screens/app/qt_ui.h"
@@ -60,11 +61,9 @@ std::string LargeScenarioXml(int megabytes) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int EditorOpenBench(int megabytes) {
     using namespace ferrolund;
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QApplication application(argc, argv);
-    const int megabytes = argc > 1 ? std::atoi(argv[1]) : 30;
+    if (megabytes <= 0) megabytes = 30;
 
     const fs::path root = fs::temp_directory_path() / "ferrolund-screen-bench";
     fs::remove_all(root);

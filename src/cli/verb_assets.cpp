@@ -20,44 +20,6 @@ constexpr const char* kUsage =
     "ferrolund-cli: index-assets [FOLDER] [--rolling-stock] [--exclude-preload] [--default-folders] "
     "[--category C] [--zero-length] [--quick-drive] [--out FILE] [--append]\n";
 
-std::string CommaLine(const std::vector<std::string>& cells) {
-    std::string line;
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (i > 0) line += ',';
-        line += cells[i];
-    }
-    return line + "\n";
-}
-
-// The list into FILE: written beside it first, then put in its place; an older FILE
-// keeps a back-up.
-bool SaveList(app::AppContext& ctx, const std::string& file, const std::string& text, std::ostream& err) {
-    const std::string made = file + ".part";
-    std::error_code ec;
-    if (!tools::WriteTextFile(ctx, made, text)) {
-        err << "ferrolund-cli: cannot write " << tools::ShownText(file) << "\n";
-        return false;
-    }
-    if (tools::FileExists(file)) {
-        std::string backup;
-        if (const base::Status failed = tools::ReplaceWithBackup(made, file, tools::kBackupRule, backup)) {
-            std::filesystem::remove(tools::HostPath(made), ec);
-            err << "ferrolund-cli: " << tools::ShownText(failed->description) << "\n";
-            return false;
-        }
-        std::filesystem::remove(tools::HostPath(made), ec);
-        return true;
-    }
-    std::filesystem::rename(tools::HostPath(made), tools::HostPath(file), ec);
-    if (ec) {
-        std::filesystem::remove(tools::HostPath(made), ec);
-        err << "ferrolund-cli: cannot write " << tools::ShownText(file) << "\n";
-        return false;
-    }
-    tools::ForgetPath(file);
-    return true;
-}
-
 }  // namespace
 
 int IndexAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -117,11 +79,21 @@ int IndexAssetsVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
         err << tools::ShownText(problem.path) << ": " << tools::ShownText(problem.message) << "\n";
     }
 
-    std::string text = CommaLine({assets::kAssetHeadings.begin(), assets::kAssetHeadings.end()});
-    for (const assets::AssetRow& row : rows) text += CommaLine(row.Cells());
+    // After Ctrl+C the rows found so far are still given, but nothing is appended to the
+    // index: an index holds whole lists.
     if (outFile.empty()) {
-        out << text;
-    } else if (!SaveList(ctx, outFile, text, err)) {
+        out << assets::AssetIndexText(rows);
+    } else {
+        std::string backup;
+        if (const base::Status failed = assets::SaveAssetIndex(outFile, rows, backup)) {
+            err << "ferrolund-cli: cannot write " << tools::ShownText(outFile) << ": "
+                << tools::ShownText(failed->description) << "\n";
+            return kExitFailed;
+        }
+    }
+    if (totals.aborted) {
+        err << "ferrolund-cli: stopped by Ctrl+C after " << totals.rows << " rows; "
+            << (append ? "nothing was appended to the index\n" : "the rows so far are given\n");
         return kExitFailed;
     }
     if (append) {

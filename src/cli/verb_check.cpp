@@ -24,8 +24,7 @@ constexpr const char* kUsage = "ferrolund-cli: check-assets (--index FILE | FOLD
 std::string Shown(const std::string& text) { return tools::ShownText(text); }
 
 // Every .bin below the folder, as rows in the asset list's order: the list's own walk,
-// without reading the files. After Ctrl+C the rows found so far are checked, and the
-// check itself stops at once and says so.
+// without reading the files. False after Ctrl+C.
 bool FolderRows(app::AppContext& ctx, const std::string& folder, std::vector<assets::AssetRow>& rows,
                 std::ostream& err) {
     assets::ScanOptions options;
@@ -34,7 +33,8 @@ bool FolderRows(app::AppContext& ctx, const std::string& folder, std::vector<ass
     const assets::ScanTotals totals = assets::ScanAssets(
         ctx, options, [&rows](std::vector<assets::AssetRow>& batch) { rows.insert(rows.end(), batch.begin(), batch.end()); });
     for (const auto& problem : totals.problems) err << "ferrolund-cli: " << Shown(problem.path) << ": " << problem.message << "\n";
-    return true;
+    if (totals.aborted) err << "ferrolund-cli: stopped by Ctrl+C while the folder was being listed\n";
+    return !totals.aborted;
 }
 
 }  // namespace

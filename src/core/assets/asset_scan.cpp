@@ -120,7 +120,7 @@ private:
     std::vector<AssetRow> batch_;
     Clock::time_point lastFlush_ = Clock::now();
     Clock::time_point lastAbortCheck_ = Clock::now();
-    Clock::time_point lastPump_ = Clock::now();
+    Clock::time_point lastPump_{};  // the first check lets events through at once
 
     std::mutex mutex_;
     std::condition_variable work_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "serz/codec.h"
 #include "tools/codepage.h"
 #include "tools/tags.h"
 #include "tools/text_search.h"
@@ -92,19 +93,6 @@ std::string BlueprintEnglishName(std::string_view text) {
     return value;
 }
 
-std::string XmlValueOfTyped(std::string_view typed) {
-    std::string out;
-    for (const char c : tools::Utf8FromCp1252(typed)) {
-        switch (c) {
-            case '&': out += "&amp;"; break;
-            case '<': out += "&lt;"; break;
-            case '>': out += "&gt;"; break;
-            case '"': out += "&quot;"; break;
-            case '\'': out += "&apos;"; break;
-            default: out += c;
-        }
-    }
-    return out;
-}
+std::string XmlValueOfTyped(std::string_view typed) { return serz::XmlText(tools::Utf8FromCp1252(typed)); }
 
 }  // namespace ferrolund::assets

@@ -98,7 +98,8 @@ AssetGrid::AssetGrid(app::AppContext& ctx, const AssetGridSetup& setup, QWidget*
 
     hideBox_ = new QGroupBox(ToQt(lang(475, "Hide Columns")), this);
     hideBox_->setObjectName("fraHide");
-    auto* hideLayout = new QGridLayout(hideBox_);
+    auto* hideLayout = new QHBoxLayout(hideBox_);
+    hideLayout->setContentsMargins(6, 2, 6, 2);
     for (std::size_t c = 0; c < setup_.headings.size(); ++c) {
         auto* check = new QCheckBox(ToQt(setup_.headings[c]), hideBox_);
         check->setObjectName(QString("chkHide%1").arg(c));
@@ -106,7 +107,7 @@ AssetGrid::AssetGrid(app::AppContext& ctx, const AssetGridSetup& setup, QWidget*
             grid_.setHidden(c, on);
             view_->setColumnHidden(static_cast<int>(c), on);
         });
-        hideLayout->addWidget(check, static_cast<int>(c / 4), static_cast<int>(c % 4));
+        hideLayout->addWidget(check);
         hideChecks_.push_back(check);
     }
 
@@ -133,6 +134,8 @@ AssetGrid::AssetGrid(app::AppContext& ctx, const AssetGridSetup& setup, QWidget*
     countRow->addStretch();
     for (const char* name : {"cmdClear", "cmdSave", "cmdLoad", "cmdRestore", "cmdPrint"}) countRow->addWidget(button(name));
     layout->addLayout(countRow);
+    hideLayout->addStretch();
+    layout->addWidget(hideBox_);
 }
 
 std::string AssetGrid::lang(int n, const std::string& fallback) const {

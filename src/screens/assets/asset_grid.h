@@ -56,7 +56,7 @@ public:
     assets::ListGrid& grid() { return grid_; }
     QTableView* view() const { return view_; }
     QPushButton* button(const std::string& name) const;
-    // The check boxes of "Hide Columns", for the screen to place.
+    // The check boxes of "Hide Columns", in a row under the list.
     QGroupBox* hideColumnsBox() const { return hideBox_; }
     // The selected data rows, in row order.
     std::vector<std::size_t> selectedRows() const;

@@ -169,7 +169,6 @@ frmAssets::frmAssets(app::AppContext& ctx, QWidget* parent) : QDialog(parent), c
     side->addWidget(childrenTitle_);
     side->addWidget(children_, 1);
     side->addStretch();
-    side->addWidget(grid_->hideColumnsBox());
     middle->addLayout(side);
     layout->addLayout(middle, 1);
     auto* run = new QHBoxLayout;

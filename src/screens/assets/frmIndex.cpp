@@ -1,6 +1,5 @@
 #include "screens/assets/frmIndex.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QTableView>
@@ -32,7 +31,6 @@ frmIndex::frmIndex(app::AppContext& ctx, Pick pick, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(grid_, 1);
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(grid_->hideColumnsBox());
     bottom->addStretch();
     bottom->addWidget(pickButton_);
     layout->addLayout(bottom);

@@ -115,13 +115,24 @@ TEST(CheckAssetsVerb, CtrlCStopsTheCheck) {
     Installation g;
     g.binary("K/P/Loco/Loco.bin", "<Blueprint>\r\n<cEngineBlueprint>\r\n" + Triple("FrontCoupling", "K", "P", "Gone.xml") +
                                       "</cEngineBlueprint>\r\n</Blueprint>\r\n");
+    g.root.write("loco.csv", "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\n"
+                             "K,P,Loco\\Loco.bin,Loco,Yes,Diesel,EngineBlueprint,1\r\n");
     cli::RequestInterrupt();
-    const CliRun run = Cli({"--game-root", g.ctx.gameRoot(), "check-assets", "K"}, app.system());
+    const CliRun run = Cli({"--game-root", g.ctx.gameRoot(), "check-assets", "--index", g.root.system() + "/loco.csv"},
+                           app.system());
     cli::ForgetInterrupt();
     EXPECT_EQ(run.code, 1);
     EXPECT_NE(run.err.find("stopped by Ctrl+C"), std::string::npos) << run.err;
     EXPECT_NE(run.out.find("The check was stopped before its end: 0 of 1 rows checked."), std::string::npos) << run.out;
     EXPECT_EQ(run.out.find("No errors found"), std::string::npos);
+
+    // Stopped while the folder is still being listed, nothing is checked.
+    cli::RequestInterrupt();
+    const CliRun walk = Cli({"--game-root", g.ctx.gameRoot(), "check-assets", "K"}, app.system());
+    cli::ForgetInterrupt();
+    EXPECT_EQ(walk.code, 1);
+    EXPECT_NE(walk.err.find("stopped by Ctrl+C"), std::string::npos) << walk.err;
+    EXPECT_EQ(walk.out.find("No errors found"), std::string::npos);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/interrupt.h"
 #include "serz/codec.h"
 #include "support/cli_run.h"
 #include "support/temp_folder.h"
@@ -42,7 +43,7 @@ struct Game {
     }
 };
 
-const std::string kHeading = "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\n";
+const std::string kHeading = "Provider,Product,Path,Name,In Scene,Category,Blueprint,Index\r\n";
 
 TEST(IndexAssetsVerb, ListsAsCommaText) {
     Game g;
@@ -52,13 +53,13 @@ TEST(IndexAssetsVerb, ListsAsCommaText) {
         int code;
         std::string out;
     };
-    const std::string wagon = "Prov,Prod,RailVehicles\\Freight\\w.bin,Box old,Yes,Freight Wagon,WagonBlueprint,1\n";
+    const std::string wagon = "Prov,Prod,RailVehicles\\Freight\\w.bin,Box old,Yes,Freight Wagon,WagonBlueprint,1\r\n";
     const std::vector<Case> cases = {
-        {"whole Assets", {}, 0, kHeading + wagon + "Prov,Prod,Scenery\\shed.bin,Shed,No,Houses,SceneryBlueprint,2\n"},
+        {"whole Assets", {}, 0, kHeading + wagon + "Prov,Prod,Scenery\\shed.bin,Shed,No,Houses,SceneryBlueprint,2\r\n"},
         {"rolling stock", {"--rolling-stock"}, 0, kHeading + wagon},
         {"category Freight", {"--category", "Freight"}, 0, kHeading + wagon},
         {"a folder named", {g.game.system() + "/Assets/Prov/Prod/Scenery"}, 0,
-         kHeading + "Prov,Prod,Scenery\\shed.bin,Shed,No,Houses,SceneryBlueprint,1\n"},
+         kHeading + "Prov,Prod,Scenery\\shed.bin,Shed,No,Houses,SceneryBlueprint,1\r\n"},
         {"zero length: none", {"--zero-length"}, 0, kHeading},
         {"missing folder", {g.game.system() + "/Nowhere"}, 1, ""},
         {"unknown option", {"--fast"}, 2, ""},
@@ -83,12 +84,25 @@ TEST(IndexAssetsVerb, OutFileKeepsTheOldOneAsBackup) {
     EXPECT_TRUE(run.out.empty());
     EXPECT_EQ(g.app.read("list.csv").substr(0, kHeading.size()), kHeading);
     EXPECT_EQ(g.app.read("list.csv.bak"), "the old list\n");
-    EXPECT_FALSE(std::filesystem::exists(g.app.path() / "list.csv.part"));
+    EXPECT_FALSE(std::filesystem::exists(g.app.path() / "list.csv.new"));
 
     // A target that cannot be written: a failure, and nothing of the old file lost.
     const auto blocked = Cli(g.Args({"--out", g.app.system() + "/NoFolder/list.csv"}), g.app.system());
     EXPECT_EQ(blocked.code, 1);
     EXPECT_EQ(g.app.read("list.csv.bak"), "the old list\n");
+}
+
+TEST(IndexAssetsVerb, CtrlCGivesTheRowsSoFarAndAppendsNothing) {
+    Game g;
+    g.app.write("IndexFiles/index.csv", kHeading + "A,B,c.bin,C,Yes,Diesel,EngineBlueprint,7\r\n");
+    cli::RequestInterrupt();
+    const auto run = Cli(g.Args({"--append"}), g.app.system());
+    cli::ForgetInterrupt();
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out.substr(0, kHeading.size()), kHeading);
+    EXPECT_NE(run.err.find("stopped by Ctrl+C"), std::string::npos) << run.err;
+    EXPECT_EQ(g.app.read("IndexFiles/index.csv"), kHeading + "A,B,c.bin,C,Yes,Diesel,EngineBlueprint,7\r\n");
+    EXPECT_FALSE(std::filesystem::exists(g.app.path() / "IndexFiles/index.csv.bak"));
 }
 
 }  // namespace

@@ -1,0 +1,8 @@
+#pragma once
+// The screen benchmarks; each prints its figures and gives the exit code.
+
+// The editor on a scenario of about `megabytes` MB of XML (30 when 0).
+int EditorOpenBench(int megabytes);
+// The asset list filling from an installation of `blueprints` generated blueprints
+// (50,000 when 0), with "&Abort" clicked part-way on a second run.
+int AssetListBench(int blueprints);
