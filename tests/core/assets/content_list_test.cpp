@@ -147,6 +147,31 @@ TEST(ContentList, AMissingFolderGivesAnEmptyListAndTheStartFolderFollowsTheGame)
     EXPECT_EQ(ContentList::StartFolder(g.ctx), "C:");
 }
 
+// A Ui whose first chance to let events through brings "&Abort".
+struct AbortingUi : testing::ScriptedUi {
+    app::AppContext* ctx = nullptr;
+    void pump() override {
+        ScriptedUi::pump();
+        ctx->abortFlag = true;
+    }
+};
+
+TEST(ContentList, AbortStopsTheWalkBetweenTwoFilesAndTheNextWalkRunsWhole) {
+    ContentGame g;
+    for (int i = 0; i < 60; ++i) g.file("R1/Scenery/" + std::to_string(i) + ".bin");
+    AbortingUi aborting;
+    aborting.ctx = &g.ctx;
+    g.ctx.ui = &aborting;
+    ContentList list;
+    list.addToList(g.ctx, g.routes());
+    EXPECT_GT(list.rows.size(), 0u);
+    EXPECT_LT(list.rows.size(), 60u);
+    g.ctx.ui = &g.ui;
+    list.clear();
+    list.addToList(g.ctx, g.routes());  // a flag left set by the last run stops nothing
+    EXPECT_EQ(list.rows.size(), 60u);
+}
+
 TEST(ContentList, ZeroLengthModeListsEmptyFilesAndDeleteLeavesTheMode) {
     ContentGame g;
     g.file("R1/Scenery/empty.bin", "");
