@@ -1,7 +1,7 @@
 #pragma once
-// The Ui of the benchmarks: it answers No and Cancel, shows nothing, measures the longest
-// time between two event pumps (the chances to abort), and can click "&Abort" once a run
-// has lasted a given time.
+// The Ui of the benchmarks: it gives one answer to every question (No unless set), shows
+// nothing, counts the event pumps and measures the longest time between two of them (the
+// chances to abort), and can click "&Abort" once a run has lasted a given time.
 
 #include <algorithm>
 #include <chrono>
@@ -16,6 +16,8 @@ class BenchUi : public base::Ui {
 public:
     using Clock = std::chrono::steady_clock;
 
+    base::Answer answer = base::Answer::No;
+    long pumps = 0;
     double longestGap = 0;  // seconds
     Clock::time_point started = Clock::now();
     Clock::time_point clicked;
@@ -34,7 +36,7 @@ public:
 
     void message(const std::string&, base::Icon, const std::string&) override {}
     base::Answer ask(const std::string&, base::Buttons, base::Icon, const std::string&) override {
-        return base::Answer::No;
+        return answer;
     }
     std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override { return {}; }
     std::optional<std::string> chooseOpenFile(const std::string&, const std::string&, const std::string&) override {
@@ -48,6 +50,7 @@ public:
     void status(int, const std::string&) override {}
     void busy(bool) override {}
     void pump() override {
+        ++pumps;
         const auto now = Clock::now();
         if (pumped_) longestGap = std::max(longestGap, std::chrono::duration<double>(now - last_).count());
         last_ = now;

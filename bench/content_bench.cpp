@@ -13,6 +13,7 @@
 #include "assets/content_edit.h"
 #include "assets/content_list.h"
 #include "bench.h"
+#include "bench_ui.h"
 #include "tools/serz_convert.h"
 
 namespace {
@@ -21,28 +22,6 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
-
-class SilentUi : public ferrolund::base::Ui {
-public:
-    int pumps = 0;
-    void message(const std::string&, ferrolund::base::Icon, const std::string&) override {}
-    ferrolund::base::Answer ask(const std::string&, ferrolund::base::Buttons, ferrolund::base::Icon,
-                               const std::string&) override {
-        return ferrolund::base::Answer::Ok;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::optional<std::string> chooseOpenFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseSaveFile(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override { return {}; }
-    void progress(int, const std::string&) override {}
-    void status(int, const std::string&) override {}
-    void busy(bool) override {}
-    void pump() override { ++pumps; }
-};
 
 void Write(const fs::path& file, const std::string& bytes) {
     fs::create_directories(file.parent_path());
@@ -56,13 +35,14 @@ std::string Properties(const std::string& root, const std::string& name) {
 
 struct Scratch {
     fs::path root = fs::temp_directory_path() / ("ferrolund-content-bench-" + std::to_string(::getpid()));
-    SilentUi ui;
+    ferrolund::bench::BenchUi ui;
     ferrolund::app::AppContext ctx;
     Scratch() {
         fs::remove_all(root);
         fs::create_directories(root / "app");
         ctx.appRoot = (root / "app").string();
         ctx.prefs.gameRoot = (root / "game").string();
+        ui.answer = ferrolund::base::Answer::Ok;
         ctx.ui = &ui;
     }
     ~Scratch() { fs::remove_all(root); }
@@ -91,7 +71,7 @@ FERROLUND_BENCH(content_list) {
     const auto start = Clock::now();
     list.addToList(s.ctx, ferrolund::assets::ContentList::StartFolder(s.ctx));
     const double seconds = Seconds(start);
-    std::printf("Add to List: %zu files listed (of %zu rows expected) in %.3f s, %.0f files/s, %d event pumps\n",
+    std::printf("Add to List: %zu files listed (of %zu rows expected) in %.3f s, %.0f files/s, %ld event pumps\n",
                 list.rows.size(), files, seconds, list.rows.size() / seconds, s.ui.pumps);
     const auto saveStart = Clock::now();
     list.saveBinGrid(s.ctx);

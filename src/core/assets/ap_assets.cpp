@@ -201,14 +201,6 @@ bool ApAssetList::saveApIndex(app::AppContext& ctx) const {
     return SaveNameFolderList(ctx, "Data", "AP-Index.csv", apFiles_, kApIndexSavedMessage);
 }
 
-bool ApAssetList::saveBinIndex(app::AppContext& ctx) const {
-    std::vector<std::string> paths;
-    const std::string folder = FolderOf(archive_.path());
-    for (const auto& entry : entries_)
-        if (Extension(entry.name) == "bin") paths.push_back(folder + "\\" + entry.stored);
-    return SaveNameFolderList(ctx, "Reports", "BIN-Index.csv", paths, kBinIndexSavedMessage);
-}
-
 bool ApAssetList::appendToIndex(app::AppContext& ctx) const {
     std::string backup;
     if (base::Status failed = AppendToIndex(ctx, rows_, backup)) {

@@ -21,7 +21,6 @@ namespace ferrolund::assets {
 
 inline constexpr const char* kDefaultEntryMask = "*.GeoPcDx";
 inline constexpr const char* kApIndexSavedMessage = "Your AP-Index.csv file is in your Data folder";
-inline constexpr const char* kBinIndexSavedMessage = "Your BIN-Index.csv file is in your Reports folder";
 
 struct ApEntryFilter {
     // "Rolling stock only": under RailVehicles, in an Engine, Tender, Freight or
@@ -87,10 +86,6 @@ public:
     // holding a comma quoted), as AppRoot\Data\AP-Index.csv, then the message that says
     // where it is. False when it could not be written (reported).
     bool saveApIndex(app::AppContext& ctx) const;
-    // "Save .bin grid": the blueprints among the entries shown, in the same form, each
-    // with the folder it has on disk once unpacked (the archive's folder and the entry's
-    // own), as AppRoot\Reports\BIN-Index.csv, then its message.
-    bool saveBinIndex(app::AppContext& ctx) const;
     // "Append to your Index.csv file" with the rows of the list.
     bool appendToIndex(app::AppContext& ctx) const;
 

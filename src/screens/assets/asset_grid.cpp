@@ -277,4 +277,20 @@ bool AssetGrid::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
+QPushButton* FolderButton(app::AppContext& ctx, QLineEdit* box, const std::string& title, QWidget* parent) {
+    auto* browse = new QPushButton("...", parent);
+    browse->setObjectName("cmdFolder");
+    browse->setAutoDefault(false);
+    browse->setToolTip("Choose the folder");
+    QObject::connect(browse, &QPushButton::clicked, parent, [&ctx, box, title] {
+        if (!ctx.ui) return;
+        const auto chosen = ctx.ui->chooseFolder(title, FromQt(box->text()));
+        if (!chosen || chosen->empty()) return;
+        std::string folder = *chosen;
+        if (folder.back() != '\\' && folder.back() != '/') folder += '\\';
+        box->setText(ToQt(folder));
+    });
+    return browse;
+}
+
 }  // namespace ferrolund::screens

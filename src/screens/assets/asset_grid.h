@@ -20,6 +20,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableView;
+class QWidget;
 
 namespace ferrolund::screens {
 
@@ -104,5 +105,8 @@ private:
     std::vector<QCheckBox*> hideChecks_;
     std::map<std::string, QPushButton*> buttons_;
 };
+
+// The "..." button beside a folder box: the folder chosen goes into the box, ending in '\'.
+QPushButton* FolderButton(app::AppContext& ctx, QLineEdit* box, const std::string& title, QWidget* parent);
 
 }  // namespace ferrolund::screens

@@ -54,15 +54,7 @@ frmAPConsists::frmAPConsists(app::AppContext& ctx, QWidget* parent) : QDialog(pa
 
     folder_ = new QLineEdit(ToQt(ctx_.gameRoot().empty() ? std::string("C:") : ctx_.gameRoot() + "\\"), this);
     folder_->setObjectName("txtFolder");
-    auto* browse = new QPushButton("...", this);
-    browse->setObjectName("cmdFolder");
-    browse->setAutoDefault(false);
-    browse->setToolTip("Choose the folder to search");
-    connect(browse, &QPushButton::clicked, this, [this] {
-        if (!ctx_.ui) return;
-        const auto chosen = ctx_.ui->chooseFolder(assets::kApConsistsCaption, FromQt(folder_->text()));
-        if (chosen && !chosen->empty()) folder_->setText(ToQt(*chosen));
-    });
+    auto* browse = FolderButton(ctx_, folder_, assets::kApConsistsCaption, this);
     archives_ = MakeList(this, "lstAP");
     properties_ = MakeList(this, "lstXML");
     connect(addButton("cmdFindAP", "Find .ap files"), &QPushButton::clicked, this, &frmAPConsists::findArchives);
@@ -92,7 +84,6 @@ frmAPConsists::frmAPConsists(app::AppContext& ctx, QWidget* parent) : QDialog(pa
     auto* bottomLayout = new QHBoxLayout(bottom);
     bottomLayout->setContentsMargins(0, 0, 0, 0);
     bottomLayout->addWidget(grid_, 1);
-    bottomLayout->addWidget(grid_->hideColumnsBox(), 0, Qt::AlignTop);
     split->addWidget(bottom);
     split->setStretchFactor(0, 1);
     split->setStretchFactor(1, 2);

@@ -62,18 +62,7 @@ frmAssets::frmAssets(app::AppContext& ctx, QWidget* parent) : QDialog(parent), c
 
     folder_ = new QLineEdit(this);
     folder_->setObjectName("txtFolder");
-    auto* browse = new QPushButton("...", this);
-    browse->setObjectName("cmdFolder");
-    browse->setAutoDefault(false);
-    browse->setToolTip("Choose the folder to list");
-    connect(browse, &QPushButton::clicked, this, [this] {
-        if (!ctx_.ui) return;
-        const auto chosen = ctx_.ui->chooseFolder(lang(436, "Build List of Assets"), FromQt(folder_->text()));
-        if (!chosen || chosen->empty()) return;
-        std::string folder = *chosen;
-        if (folder.back() != '\\' && folder.back() != '/') folder += '\\';
-        folder_->setText(ToQt(folder));
-    });
+    auto* browse = FolderButton(ctx_, folder_, lang(436, "Build List of Assets"), this);
 
     category_ = new QComboBox(this);
     category_->setObjectName("cboCategory");

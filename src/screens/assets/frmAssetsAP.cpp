@@ -46,14 +46,7 @@ frmAssetsAP::frmAssetsAP(app::AppContext& ctx, std::function<void(const std::str
 
     folder_ = new QLineEdit(this);
     folder_->setObjectName("txtFolder");
-    auto* browse = new QPushButton("...", this);
-    browse->setObjectName("cmdFolder");
-    browse->setAutoDefault(false);
-    connect(browse, &QPushButton::clicked, this, [this] {
-        if (!ctx_.ui) return;
-        const auto chosen = ctx_.ui->chooseFolder("Build List of Assets in .AP files", FromQt(folder_->text()));
-        if (chosen && !chosen->empty()) folder_->setText(ToQt(*chosen));
-    });
+    auto* browse = FolderButton(ctx_, folder_, "Build List of Assets in .AP files", this);
     mask_ = new QLineEdit(assets::kDefaultEntryMask, this);
     mask_->setObjectName("txtFilter");
     connect(mask_, &QLineEdit::editingFinished, this, &frmAssetsAP::refilter);

@@ -47,18 +47,7 @@ frmContent::frmContent(app::AppContext& ctx, QWidget* parent) : QDialog(parent),
 
     folder_ = new QLineEdit(ToQt(assets::ContentList::StartFolder(ctx_)), this);
     folder_->setObjectName("txtFolder");
-    auto* browse = new QPushButton("...", this);
-    browse->setObjectName("cmdFolder");
-    browse->setAutoDefault(false);
-    browse->setToolTip("Choose the folder to list");
-    connect(browse, &QPushButton::clicked, this, [this] {
-        if (!ctx_.ui) return;
-        const auto chosen = ctx_.ui->chooseFolder(assets::kContentCaption, FromQt(folder_->text()));
-        if (!chosen || chosen->empty()) return;
-        std::string folder = *chosen;
-        if (folder.back() != '\\' && folder.back() != '/') folder += '\\';
-        folder_->setText(ToQt(folder));
-    });
+    auto* browse = FolderButton(ctx_, folder_, assets::kContentCaption, this);
 
     connect(addButton("cmdAdd", 437, "Add to List"), &QPushButton::clicked, this, &frmContent::addToList);
     connect(addButton("cmdZero", 438, "Find Zero Length Files"), &QPushButton::clicked, this,
@@ -86,13 +75,7 @@ frmContent::frmContent(app::AppContext& ctx, QWidget* parent) : QDialog(parent),
     commands->addStretch();
     commands->addWidget(abort_);
     layout->addLayout(commands);
-    auto* middle = new QHBoxLayout;
-    middle->addWidget(grid_, 1);
-    auto* side = new QVBoxLayout;
-    side->addWidget(grid_->hideColumnsBox());
-    side->addStretch();
-    middle->addLayout(side);
-    layout->addLayout(middle, 1);
+    layout->addWidget(grid_, 1);
     resize(1200, 720);
 }
 

@@ -137,14 +137,6 @@ TEST(ApAssets, FindApFilesAndSaveTheApAndBinIndexes) {
               std::string::npos)
         << text;
     EXPECT_NE(text.find("MainContent.ap,"), std::string::npos) << text;
-
-    // The blueprints of the chosen archive, where they lie once unpacked.
-    list.filter.mask = "*";
-    ASSERT_TRUE(list.chooseArchive(f.ctx, SamplePath(kStationPack)));
-    ASSERT_TRUE(list.saveBinIndex(f.ctx));
-    EXPECT_EQ(f.ui.texts().back(), kBinIndexSavedMessage);
-    EXPECT_EQ(f.root.read("Reports/BIN-Index.csv"),
-              "Platform.bin," + SamplePath("Assets\\Brackenridge\\StationPack\\Scenery") + "\r\n");
 }
 
 TEST(ApAssets, ArchivesOverTwoGigabytesAreSetApart) {
