@@ -7,6 +7,7 @@
 
 #include "asset_check_fixture.h"
 #include "tools/host_path.h"
+#include "support/locked_folder.h"
 
 namespace ferrolund::assets::checks {
 namespace {
@@ -98,13 +99,15 @@ TEST(AddLocoInformation, AnOldPictureIsKeptOrLeftWhole) {
 }
 
 TEST(AddLocoInformation, AReadOnlyFolderLosesNothing) {
-    if (::geteuid() == 0) GTEST_SKIP() << "running as root: permissions do not stop root";
     Pictures p;
     p.root.write("game/Assets/K/P\xC3\xA9/Loco/LocoInformation/image.png", "old");
-    fs::permissions(p.info().parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
-    p.ui.answers = {base::Answer::Ok};
-    const LocoInformationOutcome outcome = AddLocoInformation(p.ctx, {p.row}, FakePng);
-    fs::permissions(p.info().parent_path(), fs::perms::owner_all);
+    LocoInformationOutcome outcome;
+    {
+        ferrolund::testing::LockedFolder lock(p.info().parent_path());
+        if (!lock.locked()) GTEST_SKIP() << "the folder cannot be locked against this user";
+        p.ui.answers = {base::Answer::Ok};
+        outcome = AddLocoInformation(p.ctx, {p.row}, FakePng);
+    }
     EXPECT_TRUE(outcome.written.empty());
     EXPECT_EQ(tools::ReadTextFile(p.info().string()), "old");
 }
