@@ -1,7 +1,6 @@
 #include "assets/asset_index.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 

@@ -1,7 +1,6 @@
 #include "assets/loco_information.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <fstream>
 

@@ -1,7 +1,6 @@
 #include "assets/transform_frame.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 
