@@ -179,6 +179,10 @@ void AssetGrid::selectRows(const std::vector<std::size_t>& rows) {
     showTotals();
 }
 
+void AssetGrid::setCommandsEnabled(bool on) {
+    for (auto& [name, b] : buttons_) b->setEnabled(on);
+}
+
 void AssetGrid::appendRows(std::vector<std::vector<std::string>> rows) {
     const std::size_t before = grid_.rowCount();
     grid_.append(std::move(rows));

@@ -62,6 +62,9 @@ public:
     // The selected data rows, in row order.
     std::vector<std::size_t> selectedRows() const;
     void selectRows(const std::vector<std::size_t>& rows);
+    // The list's own commands, off while a screen's long work runs; the list itself can
+    // still be scrolled and read.
+    void setCommandsEnabled(bool on);
 
     // The rows go on the end of the list and the totals follow; the view keeps its place.
     void appendRows(std::vector<std::vector<std::string>> rows);

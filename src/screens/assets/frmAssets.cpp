@@ -228,6 +228,8 @@ void frmAssets::setRunning(bool on) {
     progress_->setVisible(on);
     abort_->setVisible(on);
     for (auto& [name, b] : buttons_) b->setEnabled(!on);
+    grid_->setCommandsEnabled(!on);
+    if (QMenuBar* bar = findChild<QMenuBar*>()) bar->setEnabled(!on);
     if (on) ctx_.abortFlag = false;
 }
 
