@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "cli/route_argument.h"
 #include "routes/route_check_command.h"
 #include "routes/route_indexer.h"
 #include "tools/names.h"
@@ -15,26 +16,6 @@ namespace ferrolund::cli {
 namespace {
 
 std::string Shown(const std::string& text) { return tools::ShownText(text); }
-
-// The route's folder: the name of a folder under Content\Routes, else a display name of
-// the index (read from IndexFiles\RouteIndex.csv, built first when it is missing).
-bool FindRoute(app::AppContext& ctx, const std::string& given, routes::CheckedRoute& route) {
-    const std::string folder = ctx.gameRoot() + "\\Content\\Routes\\" + given;
-    const std::string file = ctx.appPath("IndexFiles\\RouteIndex.csv");
-    if (!tools::FileExists(file)) routes::IndexRouteProperties(ctx);
-    const routes::RouteIndex index = routes::ParseRouteIndex(tools::ReadTextFile(file));
-    for (int i = 0; i < index.count(); ++i) {
-        if (tools::EqualsIgnoreCase(index.routeFolder[i], given) || tools::EqualsIgnoreCase(index.routeName[i], given)) {
-            route.name = index.routeName[i];
-            route.folder = index.routeFolder[i];
-            return true;
-        }
-    }
-    if (!std::filesystem::is_directory(tools::HostPath(folder))) return false;
-    route.name = given;
-    route.folder = given;
-    return true;
-}
 
 // The folders of the route's scenarios, as the scenario grid would list them.
 std::vector<std::string> ScenarioFolders(const app::AppContext& ctx, const std::string& routeFolder) {
