@@ -16,6 +16,7 @@
 #include "cli/verb_check.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
+#include "cli/verb_scenarios.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
 #include "tools/files.h"
@@ -65,6 +66,13 @@ const std::vector<Verb>& Verbs() {
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
          "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
          "      exit code 3 when references are missing", CheckRouteVerb},
+        {"scenarios", "scenarios ROUTE", "list the scenarios of a route: folder, class and name", ScenariosVerb},
+        {"scenario-clean", "scenario-clean ROUTE SCENARIO",
+         "remove the consists without vehicles from a scenario (its folder or its name); the old\n"
+         "      Scenario.bin is kept as Scenario.bak", ScenarioCleanVerb},
+        {"scenario-revert", "scenario-revert ROUTE [SCENARIO]",
+         "return a scenario (every scenario of the route when none is named) to its first back-up,\n"
+         "      deleting Scenario.bak1 to Scenario.bak50", ScenarioRevertVerb},
         {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
          "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
          "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"

@@ -8,6 +8,7 @@
 #include "tools/codepage.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
+#include "tools/names.h"
 
 namespace ferrolund::cli {
 
@@ -37,7 +38,10 @@ std::string FindScenario(app::AppContext& ctx, const std::string& routeFolder, c
     const routes::ScenarioListing listing =
         routes::ListScenarios(ctx.gameRoot(), routeFolder, ctx.prefs.language.empty() ? "English" : ctx.prefs.language);
     for (const routes::ScenarioRow& row : listing.rows) {
-        if (tools::EqualsIgnoreCase(row.name, given) || tools::EqualsIgnoreCase(row.devString, given)) return row.folder;
+        // The name is held as the file's bytes; the command line gives it as UTF-8.
+        if (tools::EqualsIgnoreCase(row.name, given) || tools::EqualsIgnoreCase(tools::ShownText(row.name), given) ||
+            tools::EqualsIgnoreCase(row.devString, given))
+            return row.folder;
     }
     return {};
 }
