@@ -8,6 +8,7 @@ void RegisterArchiveCommands(MenuCommands& menu);     // screens/archives/archiv
 void RegisterRouteCommands(MenuCommands& menu);       // screens/routes/route_commands.cpp
 void RegisterAssetCommands(MenuCommands& menu);       // screens/assets/asset_commands.cpp
 void RegisterContentCommands(MenuCommands& menu);     // screens/assets/content_commands.cpp
+void RegisterScenarioCommands(MenuCommands& menu);    // screens/scenarios/scenario_commands.cpp
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
@@ -17,6 +18,7 @@ void RegisterAllCommands(MenuCommands& menu) {
     RegisterRouteCommands(menu);
     RegisterAssetCommands(menu);
     RegisterContentCommands(menu);
+    RegisterScenarioCommands(menu);
 }
 
 }  // namespace ferrolund::screens
