@@ -345,6 +345,15 @@ TEST(CurrentSave, SaveAsWithoutSaveOrChoiceDoesNothing) {
     f.game.write(f.rel("Szenário", "CurrentSave.bin"), "state");
     EXPECT_EQ(SaveCurrentSaveAs(f.ctx, f.folder("Szenário")), "");  // the dialog was cancelled
     EXPECT_EQ(fs::directory_iterator(f.host("Szenário"))->path().filename(), "CurrentSave.bin");
+
+    // A copy kept in a locked folder: the older copy there stays, the save is untouched.
+    f.game.write("Kept/Copy.bin", "old copy");
+    testing::LockedFolder lock(f.game.path() / "Kept");
+    if (!lock.locked()) GTEST_SKIP() << "the folder cannot be locked against this user";
+    f.ui.files.push_back((f.game.path() / "Kept/Copy.bin").string());
+    EXPECT_EQ(SaveCurrentSaveAs(f.ctx, f.folder("Szenário")), "");
+    EXPECT_EQ(f.game.read("Kept/Copy.bin"), "old copy");
+    EXPECT_EQ(f.game.read(f.rel("Szenário", "CurrentSave.bin")), "state");
 }
 
 TEST(CurrentSave, OverwriteKeepsTheChecksumInStep) {
@@ -492,6 +501,9 @@ TEST(InvalidScenarios, EachFaultIsNamed) {
         EXPECT_EQ(invalid[i].reason.rfind(expected[i].reason, 0), 0u) << invalid[i].reason;
     }
     EXPECT_TRUE(FindInvalidScenarios(f.ctx, "No Such Route").empty());
+    // "&Abort" stops the walk before the next scenario.
+    f.ctx.abortFlag = true;
+    EXPECT_TRUE(FindInvalidScenarios(f.ctx, kRoute).empty());
 }
 
 TEST(SavedCopiesList, BackupsAndSavesOnly) {
