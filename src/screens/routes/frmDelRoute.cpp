@@ -23,6 +23,7 @@
 #include "screens/routes/asset_commands.h"
 #include "screens/routes/maintenance_commands.h"
 #include "screens/routes/route_listing.h"
+#include "screens/routes/scenario_grid.h"
 #include "screens/routes/stock_commands.h"
 #include "screens/services/frmReport.h"
 #include "services/report_table.h"
@@ -34,36 +35,6 @@ namespace {
 
 constexpr const char* kModule = "frmDelRoute";
 constexpr int kNameWidth = 320;  // pixels; a name column never narrower
-
-QTableWidget* MakeGrid(QWidget* parent, const char* name, const QStringList& headings) {
-    auto* grid = new QTableWidget(0, static_cast<int>(headings.size()), parent);
-    grid->setObjectName(name);
-    grid->setHorizontalHeaderLabels(headings);
-    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    grid->verticalHeader()->hide();
-    grid->verticalHeader()->setDefaultSectionSize(grid->fontMetrics().height() + 4);
-    grid->horizontalHeader()->setStretchLastSection(true);
-    return grid;
-}
-
-void AddRow(QTableWidget* grid, const std::vector<std::string>& cells, const QColor* colour = nullptr) {
-    const int row = grid->rowCount();
-    grid->insertRow(row);
-    for (std::size_t c = 0; c < cells.size() && static_cast<int>(c) < grid->columnCount(); ++c) {
-        auto* item = new QTableWidgetItem(ToQt(cells[c]));
-        if (colour) item->setForeground(*colour);
-        grid->setItem(row, static_cast<int>(c), item);
-    }
-}
-
-std::string Cell(const QTableWidget* grid, int row, int column) {
-    const QTableWidgetItem* item = grid->item(row, column);
-    return item ? FromQt(item->text()) : std::string();
-}
-
-QColor ColourOf(std::uint32_t rgb) { return QColor((rgb >> 16) & 0xff, (rgb >> 8) & 0xff, rgb & 0xff); }
 
 }  // namespace
 
@@ -155,17 +126,9 @@ frmDelRoute::frmDelRoute(app::AppContext& ctx, QWidget* parent) : QDialog(parent
     layout->addWidget(list1_, 3);
 
     auto* legend = new QHBoxLayout;
-    for (routes::ScenarioKind kind : {routes::ScenarioKind::QuickDrive, routes::ScenarioKind::FreeRoam,
-                                      routes::ScenarioKind::Career, routes::ScenarioKind::Workshop,
-                                      routes::ScenarioKind::Standard, routes::ScenarioKind::Timetable}) {
-        const routes::ScenarioLegend* entry = routes::LegendOf(kind);
-        auto* label = new QLabel(QString::fromLatin1(entry->label), this);
-        label->setObjectName(QString("Legend%1").arg(static_cast<int>(kind)));
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, ColourOf(entry->rgb));
-        label->setPalette(palette);
-        legend->addWidget(label);
-    }
+    AddLegend(this, legend, {routes::ScenarioKind::QuickDrive, routes::ScenarioKind::FreeRoam, routes::ScenarioKind::Career,
+                             routes::ScenarioKind::Workshop, routes::ScenarioKind::Standard,
+                             routes::ScenarioKind::Timetable});
     legend->addStretch();
     legend->addWidget(new QLabel(lang(139), this));
     legend->addWidget(label9_);

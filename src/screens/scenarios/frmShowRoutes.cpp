@@ -18,6 +18,7 @@
 #include "scenarios/scenario_texts.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/frmListRS.h"
+#include "screens/routes/scenario_grid.h"
 #include "screens/services/frmReport.h"
 #include "tools/files.h"
 
@@ -27,35 +28,6 @@ namespace {
 
 constexpr const char* kModule = "frmShowRoutes";
 constexpr int kNameWidth = 320;
-
-QTableWidget* MakeGrid(QWidget* parent, const char* name, const QStringList& headings) {
-    auto* grid = new QTableWidget(0, static_cast<int>(headings.size()), parent);
-    grid->setObjectName(name);
-    grid->setHorizontalHeaderLabels(headings);
-    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid->verticalHeader()->hide();
-    grid->verticalHeader()->setDefaultSectionSize(grid->fontMetrics().height() + 4);
-    grid->horizontalHeader()->setStretchLastSection(true);
-    return grid;
-}
-
-void AddRow(QTableWidget* grid, const std::vector<std::string>& cells, const QColor& colour = QColor(0, 0, 0)) {
-    const int row = grid->rowCount();
-    grid->insertRow(row);
-    for (std::size_t c = 0; c < cells.size() && static_cast<int>(c) < grid->columnCount(); ++c) {
-        auto* item = new QTableWidgetItem(ToQt(cells[c]));
-        item->setForeground(colour);
-        grid->setItem(row, static_cast<int>(c), item);
-    }
-}
-
-std::string Cell(const QTableWidget* grid, int row, int column) {
-    const QTableWidgetItem* item = grid->item(row, column);
-    return item ? FromQt(item->text()) : std::string();
-}
-
-QColor ColourOf(std::uint32_t rgb) { return QColor((rgb >> 16) & 0xff, (rgb >> 8) & 0xff, rgb & 0xff); }
 
 }  // namespace
 
@@ -83,17 +55,9 @@ frmShowRoutes::frmShowRoutes(app::AppContext& ctx, ScenarioScreens screens, QWid
     layout->addWidget(list1_, 3);
 
     auto* legend = new QHBoxLayout;
-    for (routes::ScenarioKind kind : {routes::ScenarioKind::FreeRoam, routes::ScenarioKind::Standard,
-                                      routes::ScenarioKind::Career, routes::ScenarioKind::QuickDrive,
-                                      routes::ScenarioKind::Workshop, routes::ScenarioKind::Timetable}) {
-        const routes::ScenarioLegend* entry = routes::LegendOf(kind);
-        auto* label = new QLabel(QString::fromLatin1(entry->label), this);
-        label->setObjectName(QString("Legend%1").arg(static_cast<int>(kind)));
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, ColourOf(entry->rgb));
-        label->setPalette(palette);
-        legend->addWidget(label);
-    }
+    AddLegend(this, legend, {routes::ScenarioKind::FreeRoam, routes::ScenarioKind::Standard, routes::ScenarioKind::Career,
+                             routes::ScenarioKind::QuickDrive, routes::ScenarioKind::Workshop,
+                             routes::ScenarioKind::Timetable});
     legend->addStretch();
     legend->addWidget(new QLabel("No. of Scenarios", this));
     legend->addWidget(count_);
@@ -210,7 +174,7 @@ void frmShowRoutes::listScenarios() {
     int number = 0;
     for (const routes::ScenarioRow& row : listing.rows) {
         if (const routes::ScenarioLegend* legend = routes::LegendOf(row.kind)) colour = ColourOf(legend->rgb);
-        AddRow(list3_, {row.name, row.folder, std::to_string(number++)}, colour);
+        AddRow(list3_, {row.name, row.folder, std::to_string(number++)}, &colour);
     }
     count_->setText(QString::number(list3_->rowCount()));
 }

@@ -62,11 +62,12 @@ TEST(frmEditor, CommandsOfThisBuildAreLiveAndTheRestGreyed) {
     Editor e;
     for (const char* live : {"mnuExit", "mnuDont", "mnuWarn", "mnuEdMax", "mnuLang", "mnuAcro", "mnuIRF",
                              "mnuViewer", "mnuQDPreload", "mnuRWPath", "mnuPaths", "mnuContents", "mnuAbout",
-                             "mnuEmail", "mnuOpenRS", "mnuXML", "mnuItSaveAs", "mnu2bin", "mnuClear", "mnuAE"}) {
+                             "mnuEmail", "mnuOpenRS", "mnuXML", "mnuItSaveAs", "mnu2bin", "mnuClear", "mnuAE",
+                             "mnuKickstart"}) {
         EXPECT_TRUE(e.window.menuAction(live)->isEnabled()) << live;
     }
     // Greyed until a document is open, or not part of this build.
-    for (const char* later : {"mnuSaveRS", "mnuSavexml", "mnuPrint", "mnuKickstart", "mnuBuildQD",
+    for (const char* later : {"mnuSaveRS", "mnuSavexml", "mnuPrint", "mnuBuildQD",
                               "mnuNewVer", "mnuNoMarkers", "mnuWeb"}) {
         EXPECT_FALSE(e.window.menuAction(later)->isEnabled()) << later;
     }
