@@ -16,6 +16,7 @@
 #include "cli/verb_check.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
+#include "cli/verb_scenario.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
 #include "tools/files.h"
@@ -65,6 +66,10 @@ const std::vector<Verb>& Verbs() {
         {"check-route", "check-route ROUTE [--textures] [--csv DIR]",
          "check a route (its folder or its display name) for missing assets; the lists go to DIR;\n"
          "      exit code 3 when references are missing", CheckRouteVerb},
+        {"scenario-details", "scenario-details ROUTE SCENARIO [--work-order] [--loose]",
+         "the Scenario Details report of a route's scenario as title<TAB>value lines, a blank line between\n"
+         "      two consists (--loose lists loose consists too); --work-order prints the Work Order instead",
+         ScenarioDetailsVerb},
         {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
          "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
          "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"
