@@ -33,6 +33,8 @@ struct ReportOptions {
 
 inline constexpr const char* kLooseConsistQuestion =
     "Do you wish to include the positions of Loose Consists in this report?";
+inline constexpr const char* kNoScenarioBin1 = "There is no Scenario.bin file found for this scenario";
+inline constexpr const char* kNoScenarioBin2 = "it may still be packed in the .ap file";
 inline constexpr const char* kTimetableQuestion =
     "Changing Scenario type from Standard to Timetable may cause strange effects when running the "
     "scenario, this option is for experimental purposes by experienced users. Continue?";
