@@ -67,6 +67,16 @@ int ScenarioDetailsVerb(app::AppContext& ctx, const std::vector<std::string>& ar
     scenarios::ReportOptions options;
     options.includeLoose = loose;
     options.languageTag = language;
+    // The origins are named from the route's marker index, made first when the user agrees;
+    // without it they are tiles.
+    scenarios::MarkerIndex markers;
+    bool cancelled = false;
+    if (base::Status failed = scenarios::LoadMarkerIndex(ctx, route.folder, markers, cancelled)) {
+        err << "ferrolund-cli: no track marker index, the origins are tiles: " << tools::ShownText(failed->description)
+            << "\n";
+    } else if (!cancelled) {
+        options.markers = scenarios::LookupIn(std::move(markers));
+    }
     const auto report = scenarios::ScenarioReport(texts.scenarioXml, options);
     for (const auto& row : scenarios::ReportRows(report)) {
         if (row[0].empty()) {

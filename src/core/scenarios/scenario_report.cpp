@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 #include "scenarios/scenario_reader.h"
 #include "tools/tags.h"
@@ -161,6 +162,14 @@ ConsistReport ReportOfBlock(std::string_view block, const ReportOptions& options
 }
 
 }  // namespace
+
+MarkerLookup LookupIn(MarkerIndex index) {
+    auto shared = std::make_shared<const MarkerIndex>(std::move(index));
+    return [shared](std::string_view devString) {
+        std::string names;
+        return shared->find(devString, names) ? names : std::string();
+    };
+}
 
 std::string ClockPlus(std::string_view startSeconds, std::string_view spanSeconds) {
     const long start = static_cast<long>(std::floor(std::max(0.0, Number(startSeconds))));

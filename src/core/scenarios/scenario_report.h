@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "scenarios/track_markers.h"
+
 namespace ferrolund::scenarios {
 
 struct ReportLine {
@@ -24,6 +26,9 @@ struct ConsistReport {
 
 // The marker names of a track ribbon, by its DevString; empty when the ribbon has none.
 using MarkerLookup = std::function<std::string(std::string_view devString)>;
+
+// The lookup of a route's marker index (kept alive by the lookup).
+MarkerLookup LookupIn(MarkerIndex index);
 
 struct ReportOptions {
     bool includeLoose = false;  // list consists without a service name too

@@ -213,6 +213,16 @@ void ShowScenarioDetails(app::AppContext& ctx, QWidget* parent, const std::strin
         ctx.ui && ctx.ui->ask(scenarios::kLooseConsistQuestion, base::Buttons::YesNo, base::Icon::Question) ==
                       base::Answer::Yes;
     options.languageTag = LanguageOf(ctx);
+    scenarios::MarkerIndex markers;
+    bool cancelled = false;
+    if (base::Status failed = scenarios::LoadMarkerIndex(ctx, routeFolder, markers, cancelled)) {
+        // Without the index every origin is shown as its tile.
+        if (ctx.ui) ctx.ui->message(failed->description, base::Icon::Exclamation);
+    } else if (cancelled) {
+        return;
+    } else {
+        options.markers = scenarios::LookupIn(std::move(markers));
+    }
     scenarios::ScenarioTexts texts;
     if (base::Status failed = scenarios::LoadScenarioTexts(ctx, folder, texts)) {
         if (ctx.ui) ctx.ui->message(failed->description, base::Icon::Critical);
