@@ -6,43 +6,14 @@
 #include <memory>
 
 #include "scenarios/scenario_reader.h"
+#include "scenarios/text_span.h"
 #include "tools/tags.h"
-#include "tools/codepage.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::scenarios {
 namespace {
 
 using tools::InStr;
-
-// A stretch [from, to) of a consist block, 1-based positions of the block's text.
-struct Span {
-    long from = 1;
-    long to = 1;
-    bool empty() const { return from >= to; }
-};
-
-long FindIn(std::string_view text, const Span& span, std::string_view what) {
-    const long at = InStr(span.from, text, what);
-    return at > 0 && at < span.to ? at : 0;
-}
-
-// The value of <tag> found from `from` inside the span; empty when it is not there.
-std::string ValueIn(std::string_view text, const Span& span, long from, std::string_view tag) {
-    if (from <= 0) return {};
-    long pos = from;
-    const long open = FindIn(text, Span{from, span.to}, std::string("<") + std::string(tag));
-    if (open == 0) return {};
-    std::string value;
-    if (tools::GetDetail(text, pos, tag, value) || pos == 0 || pos > span.to) return {};
-    return value;
-}
-
-// The English text of the localised string that follows `anchor` in the span.
-std::string EnglishAfter(std::string_view text, const Span& span, std::string_view anchor) {
-    const long at = FindIn(text, span, anchor);
-    return at == 0 ? std::string() : ValueIn(text, span, at, "English");
-}
 
 std::string YesNo(const std::string& flag) {
     if (flag.empty()) return {};

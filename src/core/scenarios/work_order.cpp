@@ -2,6 +2,7 @@
 
 #include "scenarios/scenario_reader.h"
 #include "scenarios/scenario_texts.h"
+#include "scenarios/text_span.h"
 #include "tools/codepage.h"
 #include "tools/tags.h"
 #include "tools/text_search.h"
@@ -10,30 +11,6 @@ namespace ferrolund::scenarios {
 namespace {
 
 using tools::InStr;
-
-// A stretch [from, to) of the text, 1-based.
-struct Span {
-    long from = 1;
-    long to = 1;
-};
-
-long FindIn(std::string_view text, const Span& span, std::string_view what) {
-    const long at = InStr(span.from, text, what);
-    return at > 0 && at < span.to ? at : 0;
-}
-
-std::string ValueIn(std::string_view text, const Span& span, long from, std::string_view tag) {
-    if (from <= 0 || FindIn(text, Span{from, span.to}, std::string("<") + std::string(tag)) == 0) return {};
-    long pos = from;
-    std::string value;
-    if (tools::GetDetail(text, pos, tag, value) || pos == 0 || pos > span.to) return {};
-    return value;
-}
-
-std::string EnglishAfter(std::string_view text, const Span& span, std::string_view anchor) {
-    const long at = FindIn(text, span, anchor);
-    return at == 0 ? std::string() : ValueIn(text, span, at, "English");
-}
 
 // The values of the <e> elements of the span, in order.
 std::vector<std::string> Elements(std::string_view text, const Span& span) {

@@ -10,7 +10,7 @@
 #include <QTextCursor>
 #include <QTextEdit>
 
-#include "app/screen_fixture.h"
+#include "screens/app/screen_fixture.h"
 #include "core/tools/testdata_file.h"
 #include "screens/scenarios/frmWorkOrder.h"
 #include "tools/files.h"
