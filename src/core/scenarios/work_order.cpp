@@ -4,6 +4,7 @@
 #include "scenarios/scenario_texts.h"
 #include "scenarios/text_span.h"
 #include "tools/codepage.h"
+#include "tools/files.h"
 #include "tools/tags.h"
 #include "tools/text_search.h"
 
@@ -143,12 +144,21 @@ base::Status LoadWorkOrder(app::AppContext& ctx, const std::string& routeFolder,
     ScenarioTexts texts;
     if (base::Status failed = LoadScenarioTexts(ctx, ScenarioFolderPath(ctx, routeFolder, scenarioFolder), texts))
         return failed;
-    std::string routeName = routeFolder;
+    const std::string language = ctx.prefs.language.empty() ? "English" : ctx.prefs.language;
+    // The route's name as the route index has it, else from its RouteProperties.xml, else
+    // its folder.
+    std::string routeName;
     const auto& index = ctx.routeIndex;
     for (int i = 0; i < index.count(); ++i)
         if (tools::EqualsIgnoreCase(index.routeFolder[i], routeFolder) && i < static_cast<int>(index.routeName.size()))
             routeName = index.routeName[i];
-    const std::string language = ctx.prefs.language.empty() ? "English" : ctx.prefs.language;
+    if (routeName.empty()) {
+        const std::string properties =
+            tools::ReadTextFile(ctx.gameRoot() + "\\Content\\Routes\\" + routeFolder + "\\RouteProperties.xml");
+        long pos = tools::InStr(properties, "<DisplayName");
+        if (pos > 0) tools::GetName(properties, pos, routeName, language);
+    }
+    if (routeName.empty()) routeName = routeFolder;
     lines = WorkOrderLines(routeName, texts.propertiesXml, texts.scenarioXml, language);
     return {};
 }

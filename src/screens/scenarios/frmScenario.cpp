@@ -1,12 +1,10 @@
 #include "screens/scenarios/frmScenario.h"
 
-#include <QDialogButtonBox>
+#include <QFont>
 #include <QFormLayout>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -130,7 +128,8 @@ void frmScenario::fillFields() {
         {4, d.durationMins},
         {7, d.startDD + "/" + d.startMM + "/" + d.startYYYY},
         {8, d.season},
-        {11, d.weatherProvider + "/" + d.weatherProduct + "/" + d.weatherBlueprintID},
+        {11, d.weatherBlueprintID.empty() ? std::string()
+                                          : d.weatherProvider + "/" + d.weatherProduct + "/" + d.weatherBlueprintID},
     };
     for (const auto& [index, value] : values) field(index)->setText(Shown(value));
 }
@@ -146,9 +145,18 @@ void frmScenario::fillConsists() {
 void frmScenario::fillReport(const scenarios::ReportOptions& options) {
     const auto rows = scenarios::ReportRows(scenarios::ScenarioReport(texts_.scenarioXml, options));
     vsfg1_->setRowCount(static_cast<int>(rows.size()));
-    for (std::size_t r = 0; r < rows.size(); ++r)
-        for (int c = 0; c < 2; ++c)
-            vsfg1_->setItem(static_cast<int>(r), c, new QTableWidgetItem(Shown(rows[r][static_cast<std::size_t>(c)])));
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+        for (int c = 0; c < 2; ++c) {
+            auto* item = new QTableWidgetItem(Shown(rows[r][static_cast<std::size_t>(c)]));
+            // The first line of a consist's block stands out.
+            if (rows[r][0] == "Service Name") {
+                QFont bold = item->font();
+                bold.setBold(true);
+                item->setFont(bold);
+            }
+            vsfg1_->setItem(static_cast<int>(r), c, item);
+        }
+    }
     vsfg1_->resizeColumnToContents(0);
 }
 

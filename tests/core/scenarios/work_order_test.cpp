@@ -152,6 +152,8 @@ TEST(ScenarioDetailsVerb, ReportAndWorkOrderOnTheCommandLine) {
          0, "Service Name\tLoose Consist\n", ""},
         {"the work order", {"scenario-details", "Route-\xC3\xA9", "Sc\xC3\xBC", "--work-order", "--game-root", root},
          0, "Operation: Drop off wagon(s)\nWagon Numbers:- \n     200332\n", ""},
+        {"the route named by its properties", {"scenario-details", "Route-\xC3\xA9", "Sc\xC3\xBC", "--work-order",
+         "--game-root", root}, 0, "Route:- Cornish Clay\n", ""},
         {"no such scenario", {"scenario-details", "Route-\xC3\xA9", "Nope", "--game-root", root}, 1, "", "Nope"},
         {"no such route", {"scenario-details", "Nowhere", "Sc\xC3\xBC", "--game-root", root}, 1, "", "Nowhere"},
         {"a scenario missing", {"scenario-details", "Route-\xC3\xA9", "--game-root", root}, 2, "", "needs a route"},

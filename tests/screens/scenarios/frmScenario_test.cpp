@@ -12,6 +12,7 @@
 
 #include "screens/app/screen_fixture.h"
 #include "core/tools/testdata_file.h"
+#include "scenarios/work_order.h"
 #include "screens/scenarios/frmWorkOrder.h"
 #include "tools/files.h"
 
@@ -168,6 +169,16 @@ TEST(frmWorkOrder, ShowsColoursAndSavesTheSheet) {
     EXPECT_EQ(tools::ReadTextFile(path),
               "Route:- Cornish Clay\r\nScenario:- Clay Trip\r\n\r\nOperation: Drop off wagon(s)\r\n");
     EXPECT_EQ(f.ui.dialogTitles.back(), "Save Object File");
+}
+
+TEST(frmWorkOrder, ShowsTheGameScenariosSheet) {
+    FERROLUND_READ_TESTDATA(xml, "serz/scenario-game.xml");
+    testing::ScreenFixture f;
+    frmWorkOrder screen(f.ctx, scenarios::WorkOrderLines("Cornish Clay", kProperties, xml));
+    const QString text = screen.sheet()->toPlainText();
+    EXPECT_TRUE(text.startsWith("Route:- Cornish Clay\nScenario:- Clay Trip\n"));
+    EXPECT_TRUE(text.contains("Operation: Drop off wagon(s)\nWagon Numbers:- \n     200332\n"));
+    testing::Screenshot(screen, "frmWorkOrder-game");
 }
 
 }  // namespace
