@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTableWidget>
 #include <QTextCursor>
@@ -57,6 +58,19 @@ TEST(frmScenario, ShowsTheGameScenarioAndSavesItsGrid) {
     EXPECT_EQ(screen.grid()->item(0, 0)->text(), "Service Name");
     screen.resize(1100, 700);
     testing::Screenshot(screen, "frmScenario");
+
+    // The right mouse button shows a long instruction whole.
+    int instruction = 0;
+    while (instruction < screen.grid()->rowCount() && screen.grid()->item(instruction, 0)->text() != "Drivers Instructions")
+        ++instruction;
+    ASSERT_LT(instruction, screen.grid()->rowCount());
+    screen.showCell(instruction, 1);
+    auto* window = screen.findChild<QDialog*>("txtScroll");
+    ASSERT_NE(window, nullptr);
+    auto* whole = window->findChild<QPlainTextEdit*>();
+    ASSERT_NE(whole, nullptr);
+    EXPECT_TRUE(whole->toPlainText().endsWith("before we end our trip.")) << whole->toPlainText().toStdString();
+    window->close();
 
     struct Case {
         const char* file;
