@@ -30,7 +30,7 @@ std::string Target(const std::string& name, const std::string& due, const std::s
            "</DueTime><GroupName>" + Localised(place) + "</GroupName></cDriverInstructionTarget>";
 }
 
-struct ConsistSpec {
+struct ConsistShape {
     std::string service{};       // empty: a loose consist
     std::string start = "25200";
     std::string arrivalDue = "600";
@@ -40,31 +40,31 @@ struct ConsistSpec {
 };
 
 // One consist element in the converter's form, in the order the game writes it.
-std::string Consist(const ConsistSpec& spec) {
+std::string Consist(const ConsistShape& shape) {
     std::string xml = "<cConsist d:id=\"1\"><RailVehicles><cOwnedEntity d:id=\"2\">";
-    if (!spec.x.empty())
-        xml += "<X><cFarCoordinate><RouteCoordinate><cRouteCoordinate><Distance d:type=\"sInt32\">" + spec.x +
+    if (!shape.x.empty())
+        xml += "<X><cFarCoordinate><RouteCoordinate><cRouteCoordinate><Distance d:type=\"sInt32\">" + shape.x +
                "</Distance></cRouteCoordinate></RouteCoordinate></cFarCoordinate></X>"
-               "<Z><cFarCoordinate><RouteCoordinate><cRouteCoordinate><Distance d:type=\"sInt32\">" + spec.z +
+               "<Z><cFarCoordinate><RouteCoordinate><cRouteCoordinate><Distance d:type=\"sInt32\">" + shape.z +
                "</Distance></cRouteCoordinate></RouteCoordinate></cFarCoordinate></Z>";
     xml += "<Name d:type=\"cDeltaString\">Wagon</Name></cOwnedEntity></RailVehicles>";
     xml += "<FrontFollower><Network-cTrackFollower><RibbonID><cGUID><DevString d:type=\"cDeltaString\">" +
-           spec.ribbon + "</DevString></cGUID></RibbonID></Network-cTrackFollower></FrontFollower>";
-    if (!spec.service.empty()) {
-        xml += "<Driver><cDriver><FinalDestination>" + Target("Ostvale Yard", spec.arrivalDue, "0") +
+           shape.ribbon + "</DevString></cGUID></RibbonID></Network-cTrackFollower></FrontFollower>";
+    if (!shape.service.empty()) {
+        xml += "<Driver><cDriver><FinalDestination>" + Target("Ostvale Yard", shape.arrivalDue, "0") +
                "</FinalDestination><PlayerDriver d:type=\"bool\">0</PlayerDriver><ServiceName>" +
-               Localised(spec.service) + "</ServiceName><InitialRV><e d:type=\"cDeltaString\">1</e></InitialRV>"
-               "<StartTime d:type=\"sFloat32\">" + spec.start + "</StartTime><ServiceClass d:type=\"sInt32\">3"
+               Localised(shape.service) + "</ServiceName><InitialRV><e d:type=\"cDeltaString\">1</e></InitialRV>"
+               "<StartTime d:type=\"sFloat32\">" + shape.start + "</StartTime><ServiceClass d:type=\"sInt32\">3"
                "</ServiceClass><DriverInstructionContainer><cDriverInstructionContainer><DriverInstruction>" +
-               spec.instructions + "</DriverInstruction></cDriverInstructionContainer></DriverInstructionContainer>"
+               shape.instructions + "</DriverInstruction></cDriverInstructionContainer></DriverInstructionContainer>"
                "</cDriver></Driver>";
     }
     return xml + "</cConsist>";
 }
 
-std::string Scenario(const std::vector<ConsistSpec>& consists) {
+std::string Scenario(const std::vector<ConsistShape>& consists) {
     std::string xml = "<?xml version=\"1.0\"?><cRecordSet><Record>";
-    for (const ConsistSpec& spec : consists) xml += Consist(spec);
+    for (const ConsistShape& shape : consists) xml += Consist(shape);
     return xml + "</Record></cRecordSet>";
 }
 
