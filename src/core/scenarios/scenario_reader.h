@@ -68,8 +68,10 @@ struct ScenarioDetails {
 };
 
 // The tags in the order of the read: each search goes on from where the one before left
-// off, so the first Provider after Season is the weather's. A tag that is missing leaves
-// its field empty and the walk where it was.
+// off, so the first Provider after Season is the weather's. A missing element leaves its
+// field empty; a missing plain tag (ScenarioClass to BlueprintID) also sends the walk back
+// to the top of the text, as GetDetail does. A localised text that is empty reads on into
+// the next element's English (GetName's fall-through).
 ScenarioDetails ReadScenarioDetails(std::string_view propertiesXml, std::string_view languageTag);
 
 // Seconds since midnight (a fraction dropped) as "HHMM"; "0000" for a text that is no
