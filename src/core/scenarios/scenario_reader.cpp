@@ -78,15 +78,15 @@ std::array<long, N> FirstTags(std::string_view block, const std::array<std::stri
     return first;
 }
 
-VehicleRow ReadVehicle(std::string_view block, long nameEnd, std::string name) {
+VehicleRow ReadVehicle(std::string_view block, long nameEnd, std::string name, const VehicleWalk& walk) {
     VehicleRow row;
     row.name = std::move(name);
-    const long bp = InStrRev(block, "<BlueprintID>", nameEnd);
+    const long bp = InStrRev(block, walk.blueprintAnchor, nameEnd);
     if (bp > 0) {
         ReadTriple(block, bp, row.provider, row.product, row.blueprintID);
         // Not bounded by the vehicle: a vehicle without a reskin of its own picks up the
         // next one of the block.
-        const long reskin = InStr(bp, block, "ReskinBlueprintID");
+        const long reskin = walk.reskin ? InStr(bp, block, "ReskinBlueprintID") : 0;
         if (reskin > 0) ReadTriple(block, reskin, row.reskinProvider, row.reskinProduct, row.reskinBlueprintID);
     }
     if (long at = InStrRev(block, "<Flipped", nameEnd); at > 0) row.flipped = DetailAt(block, at, "Flipped");
@@ -201,7 +201,8 @@ std::vector<long> ConsistBoundaries(std::string_view xml) {
     return bounds;
 }
 
-ConsistRow ReadConsistBlock(std::string_view xml, long blockStart, long blockEnd, std::string_view languageTag) {
+ConsistRow ReadConsistBlock(std::string_view xml, long blockStart, long blockEnd, std::string_view languageTag,
+                            const VehicleWalk& walk) {
     ConsistRow row;
     row.blockStart = blockStart;
     row.blockEnd = blockEnd;
@@ -240,13 +241,14 @@ ConsistRow ReadConsistBlock(std::string_view xml, long blockStart, long blockEnd
 
     // The vehicles: every Name of the block, each with what stands before it.
     if (const long firstName = first[kName]; firstName > 0) {
-        long walk = std::max(1L, firstName - 10);
+        long at = std::max(1L, firstName - 10);
         while (true) {
-            const long open = InStr(walk, block, "<Name");
+            const long open = InStr(at, block, "<Name");
             std::string name;
-            if (GetDetail(block, walk, "Name", name) || walk == 0) break;
-            walk += 10;
-            row.vehicles.push_back(ReadVehicle(block, std::min<long>(walk, static_cast<long>(block.size())), name));
+            if (GetDetail(block, at, "Name", name) || at == 0) break;
+            at += 10;
+            row.vehicles.push_back(
+                ReadVehicle(block, std::min<long>(at, static_cast<long>(block.size())), std::move(name), walk));
             row.vehicles.back().namePos = blockStart - 1 + open;
         }
     }
@@ -266,14 +268,15 @@ ConsistRow ReadConsistBlock(std::string_view xml, long blockStart, long blockEnd
     return row;
 }
 
-ScenarioConsists ReadConsists(std::string_view xml, std::string_view languageTag, const ReadProgress& progress) {
+ScenarioConsists ReadConsists(std::string_view xml, std::string_view languageTag, const ReadProgress& progress,
+                              const VehicleWalk& walk) {
     ScenarioConsists result;
     const std::vector<long> bounds = ConsistBoundaries(xml);
     const std::size_t total = bounds.size() - 1;
     result.consists.reserve(total);
     for (std::size_t k = 0; k < total; ++k) {
         if (progress && !progress(k, total)) break;
-        result.consists.push_back(ReadConsistBlock(xml, bounds[k], bounds[k + 1], languageTag));
+        result.consists.push_back(ReadConsistBlock(xml, bounds[k], bounds[k + 1], languageTag, walk));
         if (result.consists.back().driven) result.drivenConsist = static_cast<int>(k);
     }
     return result;
