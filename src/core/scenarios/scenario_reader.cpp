@@ -61,15 +61,32 @@ void ReadLocalised(std::string_view text, long& pos, std::string_view openTag, s
     if (namePos > 0) pos = namePos;
 }
 
-VehicleRow ReadVehicle(std::string_view block, long nameEnd, std::string name) {
+// The first place (as InStr from the block's start gives it, 0 for none) of each of
+// several tags, found in one sweep over the block's '<' characters.
+template <std::size_t N>
+std::array<long, N> FirstTags(std::string_view block, const std::array<std::string_view, N>& tags) {
+    std::array<long, N> first{};
+    std::size_t missing = N;
+    for (std::size_t i = block.find('<'); i != std::string_view::npos && missing > 0; i = block.find('<', i + 1)) {
+        for (std::size_t k = 0; k < N; ++k) {
+            if (first[k] == 0 && tools::EqualsIgnoreCase(block.substr(i, tags[k].size()), tags[k])) {
+                first[k] = static_cast<long>(i) + 1;
+                --missing;
+            }
+        }
+    }
+    return first;
+}
+
+VehicleRow ReadVehicle(std::string_view block, long nameEnd, std::string name, const VehicleWalk& walk) {
     VehicleRow row;
     row.name = std::move(name);
-    const long bp = InStrRev(block, "<BlueprintID>", nameEnd);
+    const long bp = InStrRev(block, walk.blueprintAnchor, nameEnd);
     if (bp > 0) {
         ReadTriple(block, bp, row.provider, row.product, row.blueprintID);
         // Not bounded by the vehicle: a vehicle without a reskin of its own picks up the
         // next one of the block.
-        const long reskin = InStr(bp, block, "ReskinBlueprintID");
+        const long reskin = walk.reskin ? InStr(bp, block, "ReskinBlueprintID") : 0;
         if (reskin > 0) ReadTriple(block, reskin, row.reskinProvider, row.reskinProduct, row.reskinBlueprintID);
     }
     if (long at = InStrRev(block, "<Flipped", nameEnd); at > 0) row.flipped = DetailAt(block, at, "Flipped");
@@ -77,9 +94,12 @@ VehicleRow ReadVehicle(std::string_view block, long nameEnd, std::string name) {
         row.uniqueNumber = DetailAt(block, at, "UniqueNumber");
     if (long at = InStrRev(block, "<IsPreloaded", nameEnd); at > 0)
         row.isPreloaded = DetailAt(block, at, "IsPreloaded");
+    // Only an empty InitialLevel behind the vehicle's own start counts, so the search back
+    // for it need not go further than that start.
     const long owned = InStrRev(block, "<cOwnedEntity", nameEnd);
-    const long empty = InStrRev(block, "<InitialLevel/>", nameEnd);
-    row.loadable = empty > owned ? "False" : "True";
+    const long from = std::max(owned, 1L);
+    const long empty = InStrRev(tools::Mid(block, from, nameEnd - from + 1), "<InitialLevel/>");
+    row.loadable = empty > 0 && from - 1 + empty > owned ? "False" : "True";
     return row;
 }
 
@@ -181,59 +201,66 @@ std::vector<long> ConsistBoundaries(std::string_view xml) {
     return bounds;
 }
 
-ConsistRow ReadConsistBlock(std::string_view xml, long blockStart, long blockEnd, std::string_view languageTag) {
+ConsistRow ReadConsistBlock(std::string_view xml, long blockStart, long blockEnd, std::string_view languageTag,
+                            const VehicleWalk& walk) {
     ConsistRow row;
     row.blockStart = blockStart;
     row.blockEnd = blockEnd;
     const long length = std::max(0L, blockEnd - blockStart);
     const std::string_view block = tools::Mid(xml, blockStart, length);
 
-    if (const long at = InStr(block, "<PlayerDriver"); at > 0) {
+    enum { kPlayer, kService, kEngineIndex, kClass, kDestination, kDestinationTag, kStart, kName };
+    static constexpr std::array<std::string_view, 8> kBlockTags = {
+        "<PlayerDriver",      "<ServiceName>",     "<DriverEngineIndex", "<ServiceClass",
+        "<FinalDestination>", "<FinalDestination", "<StartTime",         "<Name"};
+    const auto first = FirstTags(block, kBlockTags);
+    // Each value is read from its tag's first place, as a search from the block's start reads it.
+    auto detailAt = [&](long at, std::string_view tag, std::string& value) {
         long pos = at;
-        (void)GetDetail(block, pos, "PlayerDriver", row.playerDriver);
+        if (at > 0) (void)GetDetail(block, pos, tag, value);
+    };
+    if (first[kPlayer] > 0) {
+        detailAt(first[kPlayer], "PlayerDriver", row.playerDriver);
         row.driven = tools::TrimBlanks(row.playerDriver) == "1";
     }
-    if (const long service = InStr(block, "<ServiceName>"); service > 0) {
+    if (const long service = first[kService]; service > 0) {
         row.loose = false;
         long pos = service;
         tools::GetName(block, pos, row.serviceName, languageTag);
-        if (const long dir = InStrRev(block, "<_dir", service); dir > 0) {
-            long at = dir;
-            (void)GetDetail(block, at, "_dir", row.dir);
-        }
+        if (const long dir = InStrRev(block, "<_dir", service); dir > 0) detailAt(dir, "_dir", row.dir);
     } else {
         row.serviceName = kLooseConsist;
     }
-    long pos = 1;
-    (void)GetDetail(block, pos, "DriverEngineIndex", row.driverEngineIndex);
-    pos = 1;
-    (void)GetDetail(block, pos, "ServiceClass", row.serviceClass);
+    detailAt(first[kEngineIndex], "DriverEngineIndex", row.driverEngineIndex);
+    detailAt(first[kClass], "ServiceClass", row.serviceClass);
 
-    const long destOpen = InStr(block, "<FinalDestination>");
-    if (destOpen > 0) {
+    if (const long destOpen = first[kDestination]; destOpen > 0) {
         const long destClose = InStr(destOpen, block, "</FinalDestination>");
         row.hasDestination = destClose > 0 && destClose - destOpen >= kDestinationStretch;
     }
 
     // The vehicles: every Name of the block, each with what stands before it.
-    if (const long firstName = InStr(block, "<Name"); firstName > 0) {
-        long walk = std::max(1L, firstName - 10);
+    if (const long firstName = first[kName]; firstName > 0) {
+        long at = std::max(1L, firstName - 10);
         while (true) {
-            const long open = InStr(walk, block, "<Name");
+            const long open = InStr(at, block, "<Name");
             std::string name;
-            if (GetDetail(block, walk, "Name", name) || walk == 0) break;
-            walk += 10;
-            row.vehicles.push_back(ReadVehicle(block, std::min<long>(walk, static_cast<long>(block.size())), name));
+            if (GetDetail(block, at, "Name", name) || at == 0) break;
+            at += 10;
+            row.vehicles.push_back(
+                ReadVehicle(block, std::min<long>(at, static_cast<long>(block.size())), std::move(name), walk));
             row.vehicles.back().namePos = blockStart - 1 + open;
         }
     }
 
-    pos = 1;
     std::string start;
-    (void)GetDetail(block, pos, "StartTime", start);
+    detailAt(first[kStart], "StartTime", start);
     row.startTime = SecondsToHHMM(start);
     row.destination = kNotShown;
-    if (const long dest = InStr(block, "FinalDestination"); dest > 0) {
+    // The bare word may stand before its first tag (in a value); only that stretch needs a search.
+    const long tagWord = first[kDestinationTag] > 0 ? first[kDestinationTag] + 1 : 0;
+    const long dest = InStr(tagWord > 0 ? tools::Mid(block, 1, tagWord + 15) : block, "FinalDestination");
+    if (dest > 0) {
         long at = dest;
         std::string name;
         if (!GetDetail(block, at, "DisplayName", name) && at > 0) row.destination = name;
@@ -241,14 +268,15 @@ ConsistRow ReadConsistBlock(std::string_view xml, long blockStart, long blockEnd
     return row;
 }
 
-ScenarioConsists ReadConsists(std::string_view xml, std::string_view languageTag, const ReadProgress& progress) {
+ScenarioConsists ReadConsists(std::string_view xml, std::string_view languageTag, const ReadProgress& progress,
+                              const VehicleWalk& walk) {
     ScenarioConsists result;
     const std::vector<long> bounds = ConsistBoundaries(xml);
     const std::size_t total = bounds.size() - 1;
     result.consists.reserve(total);
     for (std::size_t k = 0; k < total; ++k) {
         if (progress && !progress(k, total)) break;
-        result.consists.push_back(ReadConsistBlock(xml, bounds[k], bounds[k + 1], languageTag));
+        result.consists.push_back(ReadConsistBlock(xml, bounds[k], bounds[k + 1], languageTag, walk));
         if (result.consists.back().driven) result.drivenConsist = static_cast<int>(k);
     }
     return result;

@@ -68,8 +68,10 @@ struct ScenarioDetails {
 };
 
 // The tags in the order of the read: each search goes on from where the one before left
-// off, so the first Provider after Season is the weather's. A tag that is missing leaves
-// its field empty and the walk where it was.
+// off, so the first Provider after Season is the weather's. A missing element leaves its
+// field empty; a missing plain tag (ScenarioClass to BlueprintID) also sends the walk back
+// to the top of the text, as GetDetail does. A localised text that is empty reads on into
+// the next element's English (GetName's fall-through).
 ScenarioDetails ReadScenarioDetails(std::string_view propertiesXml, std::string_view languageTag);
 
 // Seconds since midnight (a fraction dropped) as "HHMM"; "0000" for a text that is no
@@ -137,13 +139,23 @@ struct ScenarioConsists {
 // holds the consists read so far.
 using ReadProgress = std::function<bool(std::size_t done, std::size_t total)>;
 
+// How the vehicle walk finds a vehicle's asset. The Scenario Editor searches back from
+// the name for "<BlueprintID>" and reads the reskin after it; the Scenario Details screen
+// searches back for "<Provider " and reads no reskin.
+struct VehicleWalk {
+    std::string_view blueprintAnchor = "<BlueprintID>";
+    bool reskin = true;
+};
+inline constexpr VehicleWalk kEditorWalk{};
+inline constexpr VehicleWalk kDetailsWalk{"<Provider ", false};
+
 // The consist and vehicle tables of a scenario's XML. Every search is bounded by its
 // block, so a large scenario reads in time linear in its size.
 ScenarioConsists ReadConsists(std::string_view scenarioXml, std::string_view languageTag,
-                              const ReadProgress& progress = {});
+                              const ReadProgress& progress = {}, const VehicleWalk& walk = kEditorWalk);
 // One block's row (the same reading as above), for a command that changed that block.
 ConsistRow ReadConsistBlock(std::string_view scenarioXml, long blockStart, long blockEnd,
-                            std::string_view languageTag);
+                            std::string_view languageTag, const VehicleWalk& walk = kEditorWalk);
 
 // The block boundaries: 1, then the position of each "</cConsist>".
 std::vector<long> ConsistBoundaries(std::string_view scenarioXml);

@@ -205,6 +205,17 @@ TEST(ScenarioReader, EdgeCasesOfTheConsistWalk) {
     }
 }
 
+TEST(ScenarioReader, TheDetailsWalkTakesTheLastProviderBeforeTheName) {
+    const std::string xml = Scenario(Consist(Vehicle("C") + Vehicle("D", Reskin("Green.xml"))));
+    const ScenarioConsists read = ReadConsists(xml, "English", {}, kDetailsWalk);
+    const auto& v = read.consists.at(0).vehicles;
+    ASSERT_EQ(v.size(), 2u);
+    EXPECT_EQ(v[0].provider + "|" + v[0].blueprintID, "Prov|C.xml");
+    // A reskinned vehicle shows its reskin's asset, and no reskin values are read.
+    EXPECT_EQ(v[1].provider + "|" + v[1].product + "|" + v[1].blueprintID, "RProv|RProd|Green.xml");
+    EXPECT_EQ(v[0].reskinProvider + v[1].reskinProvider + v[1].reskinBlueprintID, "");
+}
+
 TEST(ScenarioReader, ATruncatedScenarioReadsWhatItHolds) {
     FERROLUND_READ_TESTDATA(xml, "serz/scenario-small.xml");
     const std::size_t full = ReadConsists(xml, "English").consists.size();
