@@ -57,6 +57,10 @@ frmScenario::frmScenario(app::AppContext& ctx, scenarios::ScenarioTexts texts,
     players_->setObjectName("PlayersConsist");
     players_->setReadOnly(true);
     fields->addRow("Players Consist:-", players_);
+    stock_ = new QListWidget(this);
+    stock_->setObjectName("PlayersStock");
+    stock_->setMaximumHeight(110);
+    fields->addRow("", stock_);
 
     list1_ = new QListWidget(this);
     list1_->setObjectName("List1");
@@ -135,11 +139,21 @@ void frmScenario::fillFields() {
 }
 
 void frmScenario::fillConsists() {
-    const scenarios::ScenarioConsists read = scenarios::ReadConsists(texts_.scenarioXml, LanguageOf(ctx_));
+    const scenarios::ScenarioConsists read =
+        scenarios::ReadConsists(texts_.scenarioXml, LanguageOf(ctx_), {}, scenarios::kDetailsWalk);
     for (const scenarios::ConsistRow& row : read.consists)
         if (!row.loose) list1_->addItem(Shown(row.serviceName));
-    if (read.drivenConsist >= 0)
-        players_->setText(Shown(read.consists[static_cast<std::size_t>(read.drivenConsist)].serviceName));
+    if (read.drivenConsist < 0) return;
+    const scenarios::ConsistRow& driven = read.consists[static_cast<std::size_t>(read.drivenConsist)];
+    players_->setText(Shown(driven.serviceName));
+    // The asset is the last Provider ahead of the name: in the game's files that is the
+    // reskin's, empty for a vehicle that is no reskin, and then only the name is shown.
+    for (const scenarios::VehicleRow& vehicle : driven.vehicles) {
+        std::string line = vehicle.name;
+        if (!vehicle.blueprintID.empty())
+            line += "    " + vehicle.provider + "/" + vehicle.product + "/" + vehicle.blueprintID;
+        stock_->addItem(Shown(line));
+    }
 }
 
 void frmScenario::fillReport(const scenarios::ReportOptions& options) {

@@ -30,6 +30,8 @@ public:
     QListWidget* services() const { return list1_; }
     QLineEdit* field(int index) const { return text1_.at(static_cast<std::size_t>(index)); }
     QLineEdit* playersConsist() const { return players_; }
+    // The vehicles of the driven consist: name, and a reskin's asset as Provider/Product/BlueprintID.
+    QListWidget* playersStock() const { return stock_; }
     QRadioButton* standardOption() const { return option_[0]; }
     QRadioButton* timetableOption() const { return option_[1]; }
     bool timetableFlag() const { return timetable_; }
@@ -54,6 +56,7 @@ private:
     bool timetable_ = false;
     std::array<QLineEdit*, 12> text1_{};
     QLineEdit* players_;
+    QListWidget* stock_;
     QListWidget* list1_;
     QTableWidget* vsfg1_;
     std::array<QRadioButton*, 2> option_{};

@@ -53,6 +53,8 @@ TEST(frmScenario, ShowsTheGameScenarioAndSavesItsGrid) {
     EXPECT_EQ(screen.field(7)->text(), "3/10/1991");
     EXPECT_EQ(screen.playersConsist()->text(), "6C58 10:45 Heathfield-St Blazey");
     EXPECT_EQ(screen.services()->count(), 5);
+    ASSERT_EQ(screen.playersStock()->count(), 18);
+    EXPECT_EQ(screen.playersStock()->item(0)->text(), "AP Class 37/0 BR Trainload (W1)");
     EXPECT_TRUE(screen.standardOption()->isChecked());
     ASSERT_GT(screen.grid()->rowCount(), 21);
     EXPECT_EQ(screen.grid()->item(0, 0)->text(), "Service Name");
