@@ -1,8 +1,8 @@
-// "Remove Empty Consists" on a generated scenario of about 30 MB of XML: 1,500 consists
-// of eight vehicles, every third one emptied (and the last one, found through its closing
-// tag). Timed: the one-pass cut of the text alone, the same cut done as one splice of the
-// whole text per consist for comparison, and the whole command on Scenario.bin
-// (conversion, cut, compile to a scratch file, read back, back-up and replacement).
+// Time of opening a large scenario for the Scenario Editor: Scenario.bin converted to XML
+// in memory, ScenarioProperties.xml read, and the consist and vehicle tables cut out of
+// the text. The scenario is the sample's generated one: scenario_load makes it with about
+// 30 MB of XML, scenario_load_large with a Scenario.bin of about 30 MB (the binary form is
+// some eight times smaller than its XML).
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,103 +14,81 @@
 #include "app/app_context.h"
 #include "bench.h"
 #include "bench_ui.h"
-#include "scenarios/scenario_management.h"
-#include "tools/files.h"
-#include "tools/serz_convert.h"
-#include "tools/text_search.h"
+#include "generator/make_sample.h"
+#include "scenarios/scenario_reader.h"
+#include "scenarios/scenario_texts.h"
+#include "tools/host_path.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
+constexpr const char* kScenario =
+    "\\Content\\Routes\\3f6a2c1e-7b4d-4e8a-9c21-5d0e8b7a4f10\\Scenarios\\c4e8a1b2-9d3f-4a5e-b6c7-d8e9f0a1b2c3";
 
-std::string Vehicle(int id) {
-    std::string v = "\t\t\t\t<cOwnedEntity d:id=\"" + std::to_string(id) + "\">\r\n\t\t\t\t\t<Component>\r\n";
-    for (int f = 0; f < 40; ++f)
-        v += "\t\t\t\t\t\t<Value" + std::to_string(f) + " d:type=\"sFloat32\" d:alt_encoding=\"000000202F456240\" "
-             "d:precision=\"string\">146.162</Value" + std::to_string(f) + ">\r\n";
-    v += "\t\t\t\t\t\t<UniqueNumber d:type=\"cDeltaString\">22003260" + std::to_string(id) +
-         "</UniqueNumber>\r\n\t\t\t\t\t</Component>\r\n\t\t\t\t\t<Name d:type=\"cDeltaString\">Coach " +
-         std::to_string(id) + "</Name>\r\n\t\t\t\t</cOwnedEntity>\r\n";
-    return v;
-}
+double Since(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
-std::string LargeScenario(int consists, int& empty) {
-    std::string xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<cRecordSet xmlns:d=\"http://www.kuju.com/TnT/"
-                      "2003/Delta\" d:version=\"1.0\" d:id=\"1\">\r\n\t<Record>\r\n";
-    int id = 100;
-    empty = 0;
-    for (int c = 0; c < consists; ++c) {
-        const bool isEmpty = c % 3 == 2 || c == consists - 1;
-        empty += isEmpty ? 1 : 0;
-        xml += "\t\t<cConsist d:id=\"" + std::to_string(id++) + "\">\r\n\t\t\t<RailVehicles>\r\n";
-        if (!isEmpty)
-            for (int v = 0; v < 8; ++v) xml += Vehicle(id++);
-        xml += "\t\t\t</RailVehicles>\r\n\t\t\t<ServiceName d:type=\"cDeltaString\">Service " + std::to_string(c) +
-               "</ServiceName>\r\n\t\t</cConsist>\r\n";
+void Run(int megabytes, int runs) {
+    using namespace ferrolund;
+    const fs::path folder = fs::temp_directory_path() / ("ferrolund-scenario-bench-" + std::to_string(::getpid()));
+    std::error_code error;
+    fs::remove_all(folder, error);
+    sample::SampleOptions options;
+    options.scenarioMegabytes = megabytes;
+    options.tiles = options.assets = options.stock = 0;
+    sample::SampleResult made;
+    if (auto failure = sample::MakeSample(folder, options, made)) {
+        std::printf("scenario_load: the sample could not be made: %s\n", failure->c_str());
+        return;
     }
-    return xml + "\t</Record>\r\n</cRecordSet>\r\n";
-}
+    bench::BenchUi ui;
+    app::AppContext ctx;
+    ctx.prefs.gameRoot = folder.string();
+    ctx.appRoot = folder.string();
+    ctx.ui = &ui;
+    const std::string scenarioFolder = ctx.gameRoot() + kScenario;
 
-// The same cut made the slow way: each empty consist spliced out of the whole text.
-int SpliceEachConsist(std::string text) {
-    using ferrolund::tools::InStr;
-    int removed = 0;
-    long pos = 1;
-    for (long a = InStr(pos, text, "<cConsist"); a > 0; a = InStr(pos, text, "<cConsist")) {
-        long b = InStr(a + 10, text, "<cConsist");
-        if (b == 0) b = std::min<long>(InStr(a + 10, text, "</cConsist") + 12, static_cast<long>(text.size()) + 1);
-        if (InStr(std::string_view(text).substr(a - 1, b - a), "<cOwnedEntity") > 0) {
-            pos = b;
-        } else {
-            text = text.substr(0, a - 1) + text.substr(b - 1);
-            pos = a;
-            ++removed;
+    double bestConvert = 1e30, bestTables = 1e30, bestTotal = 1e30;
+    std::size_t xmlBytes = 0, consists = 0, vehicles = 0;
+    for (int run = 0; run < runs; ++run) {
+        const auto start = Clock::now();
+        scenarios::ScenarioTexts texts;
+        if (auto failed = scenarios::LoadScenarioTexts(ctx, scenarioFolder, texts)) {
+            std::printf("scenario_load: %s\n", failed->description.c_str());
+            break;
         }
+        const double convert = Since(start);
+        const auto tablesStart = Clock::now();
+        const scenarios::ScenarioDetails details = scenarios::ReadScenarioDetails(texts.propertiesXml, "English");
+        const scenarios::ScenarioConsists read = scenarios::ReadConsists(texts.scenarioXml, "English");
+        const double tables = Since(tablesStart);
+        bestConvert = std::min(bestConvert, convert);
+        bestTables = std::min(bestTables, tables);
+        bestTotal = std::min(bestTotal, Since(start));
+        xmlBytes = texts.scenarioXml.size();
+        consists = read.consists.size();
+        vehicles = 0;
+        for (const auto& row : read.consists) vehicles += row.vehicles.size();
+        if (details.displayName.empty()) std::printf("scenario_load: the properties gave no name\n");
     }
-    return removed;
+    std::error_code sizeError;
+    const auto binaryBytes = fs::file_size(tools::HostPath(scenarioFolder + "\\Scenario.bin"), sizeError);
+    std::printf("scenario %.1f MB of XML (Scenario.bin %.1f MB), %zu consists, %zu vehicles\n",
+                static_cast<double>(xmlBytes) / 1e6, static_cast<double>(binaryBytes) / 1e6, consists, vehicles);
+    std::printf("  convert (Scenario.bin to XML, both files read)  %8.3f s\n", bestConvert);
+    std::printf("  tables (properties, consists, vehicles)         %8.3f s   %6.1f MB/s\n", bestTables,
+                static_cast<double>(xmlBytes) / 1e6 / bestTables);
+    std::printf("  load in all (best of %d)                         %8.3f s\n", runs, bestTotal);
+    fs::remove_all(folder, error);
 }
 
 }  // namespace
 
-FERROLUND_BENCH(scenario_clean) {
-    using namespace ferrolund;
-    const fs::path root = fs::temp_directory_path() / ("ferrolund-scenario-bench-" + std::to_string(::getpid()));
-    fs::create_directories(root / "app");
-    bench::BenchUi ui;
-    app::AppContext ctx;
-    ctx.appRoot = (root / "app").string();
-    ctx.prefs.gameRoot = (root / "game").string();
-    ctx.ui = &ui;
+FERROLUND_BENCH(scenario_load) {
+    Run(30, 5);
+}
 
-    int empty = 0;
-    const std::string xml = LargeScenario(1500, empty);
-    std::printf("scenario XML: %.1f MB, 1500 consists, %d empty\n", xml.size() / 1e6, empty);
-
-    auto start = Clock::now();
-    const scenarios::ConsistCut cut = scenarios::CutEmptyConsists(xml);
-    std::printf("one-pass cut of the text: %.3f s (%d removed)\n", Seconds(start), cut.removed);
-    start = Clock::now();
-    const int spliced = SpliceEachConsist(xml);
-    std::printf("one splice of the whole text per consist: %.3f s (%d removed)\n", Seconds(start), spliced);
-
-    const fs::path folder = root / "game/Content/Routes/R/Scenarios/S";
-    fs::create_directories(folder);
-    const std::string source = (root / "source.xml").string();
-    tools::WriteTextFile(ctx, source, xml);
-    start = Clock::now();
-    if (tools::SerzConvert(ctx, source, (folder / "Scenario.bin").string(), tools::SerzDirection::ToBinary)) {
-        std::printf("the scenario could not be compiled\n");
-    } else {
-        std::printf("Scenario.bin: %.1f MB, compiled in %.3f s\n",
-                    tools::FileLength((folder / "Scenario.bin").string()) / 1e6, Seconds(start));
-        start = Clock::now();
-        const scenarios::CleanOutcome outcome = scenarios::RemoveEmptyConsists(ctx, folder.string());
-        std::printf("Remove Empty Consists, whole command: %.3f s (%d removed%s)\n", Seconds(start), outcome.removed,
-                    outcome.error ? ", FAILED" : "");
-    }
-    std::error_code ec;
-    fs::remove_all(root, ec);
+FERROLUND_BENCH(scenario_load_large) {
+    Run(240, 2);
 }

@@ -1,4 +1,4 @@
-// ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS]]: times screens with a real
+// ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS] | details [MB]]: times screens with a real
 // window (offscreen unless QT_QPA_PLATFORM says otherwise) and prints the figures. With
 // no argument the editor is timed.
 #include <QApplication>
@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     const int size = argc > 2 ? std::atoi(argv[2]) : 0;
     if (which == "editor") return EditorOpenBench(size);
     if (which == "assets") return AssetListBench(size);
-    std::fprintf(stderr, "usage: ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS]]\n");
+    if (which == "details") return ScenarioDetailsBench(size);
+    std::fprintf(stderr, "usage: ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS] | details [MB]]\n");
     return 2;
 }

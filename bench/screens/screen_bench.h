@@ -6,3 +6,5 @@ int EditorOpenBench(int megabytes);
 // The asset list filling from an installation of `blueprints` generated blueprints
 // (50,000 when 0), with "&Abort" clicked part-way on a second run.
 int AssetListBench(int blueprints);
+// The Scenario Details screen on a scenario of about `megabytes` MB of XML (30 when 0).
+int ScenarioDetailsBench(int megabytes);

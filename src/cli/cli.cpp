@@ -17,6 +17,7 @@
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "cli/verb_scenarios.h"
+#include "cli/verb_scenario_details.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
 #include "tools/files.h"
@@ -55,7 +56,7 @@ const std::vector<Verb>& Verbs() {
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
              return serz::RunSerzCommand(args, err);
          }},
-        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]",
+        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N] [--scenario-mb N]",
          "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile,\n"
          "      N generated assets of every kind)",
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -73,6 +74,10 @@ const std::vector<Verb>& Verbs() {
         {"scenario-revert", "scenario-revert ROUTE [SCENARIO]",
          "return a scenario (every scenario of the route when none is named) to its first back-up,\n"
          "      deleting Scenario.bak1 to Scenario.bak50", ScenarioRevertVerb},
+        {"scenario-details", "scenario-details ROUTE SCENARIO [--work-order] [--loose]",
+         "the Scenario Details report of a route's scenario as title<TAB>value lines, a blank line between\n"
+         "      two consists (--loose lists loose consists too); --work-order prints the Work Order instead",
+         ScenarioDetailsVerb},
         {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
          "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
          "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"

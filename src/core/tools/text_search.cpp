@@ -62,8 +62,21 @@ std::size_t FindFoldedReverse(std::string_view text, std::string_view find, std:
     for (auto& c : folded) c = static_cast<char>(fold[static_cast<unsigned char>(c)]);
     const auto* needle = reinterpret_cast<const unsigned char*>(folded.data());
     const auto* base = reinterpret_cast<const unsigned char*>(text.data());
+    const unsigned char first = needle[0];
+    const unsigned char firstUpper = UpperCp1252(first);
+    if (fold[firstUpper] != first || firstUpper == first) {
+        // A first byte without another case (tags start with '<'): memrchr finds the candidates.
+        for (std::size_t end = lastStart + 1; end > 0;) {
+            const void* hit = memrchr(base, first, end);
+            if (hit == nullptr) return std::string_view::npos;
+            const auto i = static_cast<std::size_t>(static_cast<const unsigned char*>(hit) - base);
+            if (SameFolded(base + i + 1, needle + 1, find.size() - 1, fold)) return i;
+            end = i;
+        }
+        return std::string_view::npos;
+    }
     for (std::size_t i = lastStart + 1; i-- > 0;) {
-        if (fold[base[i]] == needle[0] && SameFolded(base + i + 1, needle + 1, find.size() - 1, fold)) {
+        if (fold[base[i]] == first && SameFolded(base + i + 1, needle + 1, find.size() - 1, fold)) {
             return i;
         }
     }

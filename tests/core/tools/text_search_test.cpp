@@ -93,6 +93,15 @@ TEST(InStr, AgreesWithPlainFoldedSearchOnRandomText) {
         const auto back = lowerText.rfind(lowerFind);
         const long expectedBack = back == std::string::npos ? 0 : static_cast<long>(back) + 1;
         ASSERT_EQ(InStrRev(text, find), expectedBack) << text << " / " << find;
+
+        // Back from a start: the last match that ends within the first `start` characters.
+        const long length = static_cast<long>(text.size());
+        const long findLength = static_cast<long>(find.size());
+        const long within = start >= 1 && start <= length && start >= findLength
+                                ? static_cast<long>(lowerText.rfind(lowerFind, static_cast<std::size_t>(start - findLength)))
+                                : -1;
+        const long expectedWithin = within < 0 ? 0 : within + 1;
+        ASSERT_EQ(InStrRev(text, find, start), expectedWithin) << text << " / " << find << " back from " << start;
     }
 }
 
