@@ -222,18 +222,10 @@ void frmScenario::print() {
 }
 
 void ShowScenarioDetails(app::AppContext& ctx, QWidget* parent, const std::string& routeFolder,
-                         const std::string& scenarioFolder) {
+                         const std::string& scenarioFolder, bool includeLoose) {
     const std::string folder = scenarios::ScenarioFolderPath(ctx, routeFolder, scenarioFolder);
-    if (!tools::FileExists(folder + "\\Scenario.bin")) {
-        if (ctx.ui)
-            ctx.ui->message(std::string(scenarios::kNoScenarioBin1) + "\r\n" + scenarios::kNoScenarioBin2,
-                            base::Icon::Exclamation);
-        return;
-    }
     scenarios::ReportOptions options;
-    options.includeLoose =
-        ctx.ui && ctx.ui->ask(scenarios::kLooseConsistQuestion, base::Buttons::YesNo, base::Icon::Question) ==
-                      base::Answer::Yes;
+    options.includeLoose = includeLoose;
     options.languageTag = LanguageOf(ctx);
     scenarios::MarkerIndex markers;
     bool cancelled = false;

@@ -62,10 +62,10 @@ private:
     std::array<QRadioButton*, 2> option_{};
 };
 
-// "Display Details of Selected Scenario": asks whether loose consists are to be listed,
-// reads the scenario and shows the screen modally. A scenario whose Scenario.bin is
-// missing (still packed) or unreadable is told and not shown.
+// "Display Details of Selected Scenario", once the route screen has asked whether loose
+// consists are to be listed and found the Scenario.bin: reads the scenario and shows the
+// screen modally. A scenario that cannot be read is told and not shown.
 void ShowScenarioDetails(app::AppContext& ctx, QWidget* parent, const std::string& routeFolder,
-                         const std::string& scenarioFolder);
+                         const std::string& scenarioFolder, bool includeLoose);
 
 }  // namespace ferrolund::screens

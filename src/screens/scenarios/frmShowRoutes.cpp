@@ -1,5 +1,7 @@
 #include "screens/scenarios/frmShowRoutes.h"
 
+#include "scenarios/scenario_report.h"
+
 #include <algorithm>
 
 #include <QGridLayout>
@@ -198,10 +200,10 @@ void frmShowRoutes::showDetails() {
     ctx_.currentRoutine = "Command7_Click";
     const std::string folder = oneScenario();
     if (folder.empty() || !screens_.details) return;
-    const bool loose = ctx_.ui->ask("Do you wish to include the positions of Loose Consists in this report?",
-                                    base::Buttons::YesNo, base::Icon::Question) == base::Answer::Yes;
+    const bool loose = ctx_.ui->ask(scenarios::kLooseConsistQuestion, base::Buttons::YesNo, base::Icon::Question) ==
+                       base::Answer::Yes;
     if (tools::FileLength(folder + "\\Scenario.bin") < 0) {
-        ctx_.ui->message("There is no Scenario.bin file found for this scenario\r\nit may still be packed in the .ap file",
+        ctx_.ui->message(std::string(scenarios::kNoScenarioBin1) + "\r\n" + scenarios::kNoScenarioBin2,
                          base::Icon::Exclamation);
         return;
     }

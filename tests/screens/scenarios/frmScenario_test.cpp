@@ -130,31 +130,24 @@ TEST(frmScenario, ATimetableBriefingOpensWithTheTimetableOption) {
     EXPECT_EQ(screen.grid()->rowCount(), 0);
 }
 
-TEST(frmScenario, AMissingOrUnreadableScenarioIsToldAndNotShown) {
+TEST(frmScenario, AnUnreadableScenarioIsToldAndNotShown) {
     testing::ScreenFixture f;
     f.ctx.prefs.gameRoot = f.root.system();
-    f.root.write("Content/Routes/R\xC3\xA9/Scenarios/Packed/ScenarioProperties.xml", kProperties);
     f.root.write("Content/Routes/R\xC3\xA9/Scenarios/Broken/ScenarioProperties.xml", kProperties);
     f.root.write("Content/Routes/R\xC3\xA9/Scenarios/Broken/Scenario.bin", "not a scenario");
-    ShowScenarioDetails(f.ctx, nullptr, "R\xC3\xA9", "Packed");
-    ASSERT_EQ(f.ui.shown.size(), 1u);
-    EXPECT_EQ(f.ui.shown[0].text,
-              "There is no Scenario.bin file found for this scenario\r\nit may still be packed in the .ap file");
-    f.ui.shown.clear();
     // The route has no Tracks.bin: the index cannot be made, which is told, and the
     // unreadable Scenario.bin then stops the screen.
-    f.ui.answers = {base::Answer::No, base::Answer::Ok};
-    ShowScenarioDetails(f.ctx, nullptr, "R\xC3\xA9", "Broken");
-    ASSERT_EQ(f.ui.shown.size(), 4u);
-    EXPECT_EQ(f.ui.shown[0].text, "Do you wish to include the positions of Loose Consists in this report?");
-    EXPECT_EQ(f.ui.shown[1].text, scenarios::kIndexTracksQuestion);
-    EXPECT_NE(f.ui.shown[2].text.find("Tracks.bin"), std::string::npos);
-    EXPECT_NE(f.ui.shown[3].text.find("Scenario.bin"), std::string::npos);
+    f.ui.answers = {base::Answer::Ok};
+    ShowScenarioDetails(f.ctx, nullptr, "R\xC3\xA9", "Broken", false);
+    ASSERT_EQ(f.ui.shown.size(), 3u);
+    EXPECT_EQ(f.ui.shown[0].text, scenarios::kIndexTracksQuestion);
+    EXPECT_NE(f.ui.shown[1].text.find("Tracks.bin"), std::string::npos);
+    EXPECT_NE(f.ui.shown[2].text.find("Scenario.bin"), std::string::npos);
     // Cancel on the index question leaves without reading the scenario.
     f.ui.shown.clear();
-    f.ui.answers = {base::Answer::No, base::Answer::Cancel};
-    ShowScenarioDetails(f.ctx, nullptr, "R\xC3\xA9", "Broken");
-    EXPECT_EQ(f.ui.shown.size(), 2u);
+    f.ui.answers = {base::Answer::Cancel};
+    ShowScenarioDetails(f.ctx, nullptr, "R\xC3\xA9", "Broken", true);
+    EXPECT_EQ(f.ui.shown.size(), 1u);
     f.ui.shown.clear();
     ShowWorkOrder(f.ctx, nullptr, "R\xC3\xA9", "Broken");
     ASSERT_EQ(f.ui.shown.size(), 1u);
