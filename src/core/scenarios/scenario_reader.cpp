@@ -34,20 +34,18 @@ std::string DetailAt(std::string_view text, long at, std::string_view tag) {
     return value;
 }
 
-// The three values of a BlueprintRef read forward from `pos`.
-void ReadTriple(std::string_view text, long pos, std::string& provider, std::string& product,
-                std::string& blueprintID) {
-    (void)GetDetail(text, pos, "Provider", provider);
-    (void)GetDetail(text, pos, "Product", product);
-    (void)GetDetail(text, pos, "BlueprintID", blueprintID);
-}
-
-// The same as three reads that share the walk's position.
+// The three values of a BlueprintRef read forward from `pos`, which moves on as they are read.
 void ReadTripleWalk(std::string_view text, long& pos, std::string& provider, std::string& product,
                     std::string& blueprintID) {
     (void)GetDetail(text, pos, "Provider", provider);
     (void)GetDetail(text, pos, "Product", product);
     (void)GetDetail(text, pos, "BlueprintID", blueprintID);
+}
+
+// The same from a fixed place.
+void ReadTriple(std::string_view text, long pos, std::string& provider, std::string& product,
+                std::string& blueprintID) {
+    ReadTripleWalk(text, pos, provider, product, blueprintID);
 }
 
 // GetName of the localised element that starts with `openTag`, found from `pos`; a
@@ -174,8 +172,8 @@ ScenarioDetails ReadScenarioDetails(std::string_view xml, std::string_view langu
 std::string SecondsToHHMM(std::string_view seconds) {
     const double value = tools::VbVal(tools::TrimBlanks(seconds));
     const long whole = value > 0 && std::isfinite(value) ? static_cast<long>(value) : 0;
-    char out[16];
-    std::snprintf(out, sizeof out, "%02ld%02ld", (whole / 3600) % 100, (whole % 3600) / 60);
+    char out[48];
+    std::snprintf(out, sizeof out, "%02ld%02ld", whole / 3600, (whole % 3600) / 60);
     return out;
 }
 
