@@ -175,6 +175,10 @@ TEST(ScenarioDetails, TheSampleScenarioOfEveryKind) {
     EXPECT_EQ(read.consists[0].vehicles[1].isPreloaded, "eTrue");
     EXPECT_TRUE(sample::ReadBytes(sample::OnDisk(root, folder + "CurrentSave.bin")).starts_with("SERZ"));
     EXPECT_EQ(sample::ReadBytes(sample::OnDisk(root, folder + "CurrentSave.bin.MD5")).size(), 16u);
+    const std::string_view driven(xml.data() + read.consists[0].blockStart - 1,
+                                  static_cast<std::size_t>(read.consists[0].blockEnd - read.consists[0].blockStart));
+    EXPECT_NE(driven.find("<InitialRV>"), std::string::npos);
+    EXPECT_NE(driven.find(">B340208</e>"), std::string::npos);
     EXPECT_NE(xml.find("<RailVehicleNumber>"), std::string::npos);
     EXPECT_NE(xml.find("DropOffRailVehicle"), std::string::npos);
     EXPECT_NE(xml.find("<TriggeredText>"), std::string::npos);
