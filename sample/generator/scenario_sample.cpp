@@ -61,6 +61,8 @@ Vars ConsistVars(const Vars& given, std::size_t k) {
     const long start = 21600 + static_cast<long>(k * 60 % 57600);
     const long arrive = start + 900, depart = arrive + 120;
     vars["driver"] = kind.driver;
+    // The shunting train lists its vehicles as the Work Order reads them.
+    if (k % std::size(kKinds) == 0) vars["initialrv"] = "scenarios/initial-rv-freight.xml";
     vars["instructions"] = kind.instructions;
     vars["service"] = service;
     vars["player"] = k == 0 ? "1" : "0";

@@ -34,20 +34,18 @@ std::string DetailAt(std::string_view text, long at, std::string_view tag) {
     return value;
 }
 
-// The three values of a BlueprintRef read forward from `pos`.
-void ReadTriple(std::string_view text, long pos, std::string& provider, std::string& product,
-                std::string& blueprintID) {
-    (void)GetDetail(text, pos, "Provider", provider);
-    (void)GetDetail(text, pos, "Product", product);
-    (void)GetDetail(text, pos, "BlueprintID", blueprintID);
+// The three values of a BlueprintRef read forward from `pos`, which moves on as they are read.
+void ReadTripleWalk(std::string_view text, long& pos, std::string& provider, std::string& product,
+                    std::string& blueprintID, const tools::TagOptions& options = {}) {
+    (void)GetDetail(text, pos, "Provider", provider, options);
+    (void)GetDetail(text, pos, "Product", product, options);
+    (void)GetDetail(text, pos, "BlueprintID", blueprintID, options);
 }
 
-// The same as three reads that share the walk's position.
-void ReadTripleWalk(std::string_view text, long& pos, std::string& provider, std::string& product,
-                    std::string& blueprintID) {
-    (void)GetDetail(text, pos, "Provider", provider);
-    (void)GetDetail(text, pos, "Product", product);
-    (void)GetDetail(text, pos, "BlueprintID", blueprintID);
+// The same from a fixed place.
+void ReadTriple(std::string_view text, long pos, std::string& provider, std::string& product,
+                std::string& blueprintID) {
+    ReadTripleWalk(text, pos, provider, product, blueprintID);
 }
 
 // GetName of the localised element that starts with `openTag`, found from `pos`; a
@@ -139,43 +137,46 @@ std::string ServiceClassWord(std::string_view value) {
                                                              : std::string{};
 }
 
-ScenarioDetails ReadScenarioDetails(std::string_view xml, std::string_view languageTag) {
+ScenarioDetails ReadScenarioDetails(std::string_view xml, std::string_view languageTag,
+                                    const tools::TagOptions& tagOptions) {
     ScenarioDetails d;
     long pos = 1;
     ReadLocalised(xml, pos, "<DisplayName>", languageTag, d.displayName);
     ReadLocalised(xml, pos, "<Description>", languageTag, d.description);
     ReadLocalised(xml, pos, "<Briefing>", languageTag, d.briefing);
     // GetDetail leaves 0 for a missing tag, and the next read then starts at the top.
-    (void)GetDetail(xml, pos, "ScenarioClass", d.scenarioClass);
-    (void)GetDetail(xml, pos, "StartTime", d.startTime);
-    (void)GetDetail(xml, pos, "DurationMins", d.durationMins);
-    (void)GetDetail(xml, pos, "StartDD", d.startDD);
-    (void)GetDetail(xml, pos, "StartMM", d.startMM);
-    (void)GetDetail(xml, pos, "StartYYYY", d.startYYYY);
-    (void)GetDetail(xml, pos, "Season", d.season);
-    ReadTripleWalk(xml, pos, d.weatherProvider, d.weatherProduct, d.weatherBlueprintID);
+    (void)GetDetail(xml, pos, "ScenarioClass", d.scenarioClass, tagOptions);
+    (void)GetDetail(xml, pos, "StartTime", d.startTime, tagOptions);
+    (void)GetDetail(xml, pos, "DurationMins", d.durationMins, tagOptions);
+    (void)GetDetail(xml, pos, "StartDD", d.startDD, tagOptions);
+    (void)GetDetail(xml, pos, "StartMM", d.startMM, tagOptions);
+    (void)GetDetail(xml, pos, "StartYYYY", d.startYYYY, tagOptions);
+    (void)GetDetail(xml, pos, "Season", d.season, tagOptions);
+    ReadTripleWalk(xml, pos, d.weatherProvider, d.weatherProduct, d.weatherBlueprintID, tagOptions);
     if (const long ext = InStr(pos, xml, "<WeatherExtension"); ext > 0) {
         d.hasWeatherExtension = true;
         pos = ext;
-        ReadTripleWalk(xml, pos, d.extensionProvider, d.extensionProduct, d.extensionBlueprintID);
+        ReadTripleWalk(xml, pos, d.extensionProvider, d.extensionProduct, d.extensionBlueprintID, tagOptions);
     }
     if (const long start = InStr(pos, xml, "<StartLocation>"); start > 0) {
         pos = start;
-        (void)GetDetail(xml, pos, "English", d.startLocation);
+        (void)GetDetail(xml, pos, "English", d.startLocation, tagOptions);
     }
     if (const long author = InStr(pos, xml, "<Author d"); author > 0) {
         d.hasAuthor = true;
         pos = std::max(1L, author - 10);
-        (void)GetDetail(xml, pos, "Author", d.author);
+        (void)GetDetail(xml, pos, "Author", d.author, tagOptions);
     }
     return d;
 }
 
+bool MentionsTimetable(std::string_view propertiesXml) { return InStr(propertiesXml, "timetable") > 0; }
+
 std::string SecondsToHHMM(std::string_view seconds) {
     const double value = tools::VbVal(tools::TrimBlanks(seconds));
     const long whole = value > 0 && std::isfinite(value) ? static_cast<long>(value) : 0;
-    char out[16];
-    std::snprintf(out, sizeof out, "%02ld%02ld", (whole / 3600) % 100, (whole % 3600) / 60);
+    char out[48];
+    std::snprintf(out, sizeof out, "%02ld%02ld", whole / 3600, (whole % 3600) / 60);
     return out;
 }
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/ui.h"
+#include "tools/tags.h"
 
 namespace ferrolund::scenarios {
 
@@ -72,7 +73,14 @@ struct ScenarioDetails {
 // field empty; a missing plain tag (ScenarioClass to BlueprintID) also sends the walk back
 // to the top of the text, as GetDetail does. A localised text that is empty reads on into
 // the next element's English (GetName's fall-through).
-ScenarioDetails ReadScenarioDetails(std::string_view propertiesXml, std::string_view languageTag);
+// `tagOptions` are those of the plain reads: the details screen passes
+// tools::kGetDetail2Options, so that a missing tag reads "exit".
+ScenarioDetails ReadScenarioDetails(std::string_view propertiesXml, std::string_view languageTag,
+                                    const tools::TagOptions& tagOptions = {});
+
+// The word "timetable" anywhere in the text, in any case: the details screen then selects
+// "Timetable Scenario".
+bool MentionsTimetable(std::string_view propertiesXml);
 
 // Seconds since midnight (a fraction dropped) as "HHMM"; "0000" for a text that is no
 // number.

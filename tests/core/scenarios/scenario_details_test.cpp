@@ -114,6 +114,29 @@ TEST(ScenarioDetails, MadeUpPropertiesAndTheirGaps) {
     }
 }
 
+TEST(ScenarioDetails, TheDetailsScreenReadsMissingTagsAsExit) {
+    const std::string xml = "<cScenarioProperties><Season d:type=\"cDeltaString\">SEASON_AUTUMN</Season>"
+                            "<StartYYYY>1990</StartYYYY></cScenarioProperties>";
+    const ScenarioDetails d = ReadScenarioDetails(xml, "English", tools::kGetDetail2Options);
+    EXPECT_EQ(d.scenarioClass, "exit");
+    EXPECT_EQ(d.startTime, "exit");
+    // A missing tag sends the walk back to the top, so a tag that stands out of order is found.
+    EXPECT_EQ(d.startYYYY, "1990");
+    EXPECT_EQ(d.season, "exit");  // it stands before the year, where the walk has passed
+    EXPECT_EQ(d.weatherProvider + d.weatherBlueprintID, "exitexit");
+    EXPECT_EQ(d.displayName + d.author, "");
+    EXPECT_EQ(ReadScenarioDetails(xml, "English").scenarioClass, "");
+
+    struct Case {
+        const char* text;
+        bool timetable;
+    } cases[] = {{"<Briefing>Keep to the TimeTable.</Briefing>", true},
+                 {"eTimetableScenarioClass", true},
+                 {"<Briefing>Time table</Briefing>", false},
+                 {"", false}};
+    for (const Case& c : cases) EXPECT_EQ(MentionsTimetable(c.text), c.timetable) << c.text;
+}
+
 TEST(ScenarioDetails, TheChecksOnOpening) {
     struct Case {
         std::string klass;
@@ -175,6 +198,10 @@ TEST(ScenarioDetails, TheSampleScenarioOfEveryKind) {
     EXPECT_EQ(read.consists[0].vehicles[1].isPreloaded, "eTrue");
     EXPECT_TRUE(sample::ReadBytes(sample::OnDisk(root, folder + "CurrentSave.bin")).starts_with("SERZ"));
     EXPECT_EQ(sample::ReadBytes(sample::OnDisk(root, folder + "CurrentSave.bin.MD5")).size(), 16u);
+    const std::string_view driven(xml.data() + read.consists[0].blockStart - 1,
+                                  static_cast<std::size_t>(read.consists[0].blockEnd - read.consists[0].blockStart));
+    EXPECT_NE(driven.find("<InitialRV>"), std::string::npos);
+    EXPECT_NE(driven.find(">B340208</e>"), std::string::npos);
     EXPECT_NE(xml.find("<RailVehicleNumber>"), std::string::npos);
     EXPECT_NE(xml.find("DropOffRailVehicle"), std::string::npos);
     EXPECT_NE(xml.find("<TriggeredText>"), std::string::npos);

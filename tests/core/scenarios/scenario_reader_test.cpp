@@ -306,7 +306,8 @@ TEST(ScenarioReader, StartTimesAsHoursAndMinutes) {
         const char* seconds;
         const char* hhmm;
     } cases[] = {{"0", "0000"},     {"43200", "1200"}, {"3725.9", "0102"}, {"86399", "2359"},
-                 {" 600 ", "0010"}, {"junk", "0000"},  {"", "0000"},       {"-60", "0000"}};
+                 {" 600 ", "0010"}, {"junk", "0000"},  {"", "0000"},       {"-60", "0000"},
+                 {"90000", "2500"}};
     for (const Case& c : cases) EXPECT_EQ(SecondsToHHMM(c.seconds), c.hhmm) << c.seconds;
 }
 

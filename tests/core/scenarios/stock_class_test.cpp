@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/sample/sample_fixture.h"
+#include "core/tools/testdata_file.h"
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
 
@@ -53,6 +54,24 @@ TEST(StockClass, SampleBlueprintsAreToldApart) {
         EXPECT_EQ(locoName + wagonName + tenderName, c.name);
         EXPECT_EQ(engineType, c.engineType);
     }
+}
+
+TEST(StockClass, ARealSceneryBlueprintIsNoRollingStock) {
+    FERROLUND_READ_TESTDATA(binary, "serz/scenery-item.bin");
+    SampleContext s;
+    s.own.write("Scenery/Item.bin", binary);
+    const std::string path = s.own.system() + "\\Scenery\\Item.bin";
+    bool isLoco = true, isWagon = true, isTender = true;
+    std::string name, engineType;
+    EXPECT_FALSE(IsItALoco(s.ctx, path, isLoco, name, engineType));
+    EXPECT_FALSE(IsItAWagon(s.ctx, path, isWagon, name));
+    EXPECT_FALSE(IsItATender(s.ctx, path, isTender, name));
+    EXPECT_FALSE(isLoco || isWagon || isTender);
+    EXPECT_EQ(name + engineType, "");
+    StockDetails details;
+    ASSERT_FALSE(GetStockDetails(s.ctx, path, details));
+    EXPECT_NE(details.blueprintXml.find("<cBlueprintLoader"), std::string::npos);
+    EXPECT_EQ(details.mass + details.number, "");
 }
 
 TEST(StockClass, AReskinTakesTheEngineTypeOfItsBase) {

@@ -97,6 +97,22 @@ TEST(TrackMarkers, TheRealRouteIsIndexedWithoutFailure) {
     EXPECT_FALSE(m.ui.progressSteps.empty());
 }
 
+TEST(TrackMarkers, ABrokenTracksBinSaysSoAndMakesNoIndex) {
+    testing::TempFolder game;
+    game.write("Content/Routes/Broken-é/Networks/Tracks.bin", std::string("SERZ\0\0\x01\0\xff", 9));
+    game.write("Content/Routes/Text/Networks/Tracks.bin", "not a network");
+    for (const std::string route : {"Broken-é", "Text"}) {
+        Markers m(game.system());
+        m.ui.answers = {base::Answer::Ok};
+        MarkerIndex index;
+        bool cancelled = false;
+        const base::Status status = LoadMarkerIndex(m.ctx, route, index, cancelled);
+        ASSERT_TRUE(status) << route;
+        EXPECT_NE(status->description.find("Tracks"), std::string::npos) << status->description;
+        EXPECT_FALSE(m.indexExists(route));
+    }
+}
+
 TEST(TrackMarkers, LinesFromMadeUpNetworks) {
     auto ribbon = [](const std::string& dev, const std::string& properties) {
         return "<Network-cTrackRibbon><RibbonID><cGUID><DevString>" + dev +
