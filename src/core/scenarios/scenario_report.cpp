@@ -178,8 +178,6 @@ std::vector<std::vector<std::string>> ReportRows(const std::vector<ConsistReport
     return rows;
 }
 
-bool MentionsTimetable(std::string_view propertiesXml) { return InStr(propertiesXml, "timetable") > 0; }
-
 int SetTimetabled(std::string& scenarioXml, bool timetabled) {
     const std::string_view text = scenarioXml;
     std::string out;

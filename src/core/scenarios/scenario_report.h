@@ -56,9 +56,6 @@ std::vector<std::vector<std::string>> ReportRows(const std::vector<ConsistReport
 // midnight shows as 2410. A text that is no number counts as 0.
 std::string ClockPlus(std::string_view startSeconds, std::string_view spanSeconds = "0");
 
-// "timetable" anywhere in ScenarioProperties.xml, without regard to case.
-bool MentionsTimetable(std::string_view propertiesXml);
-
 // Sets the value of every <Timetabled element of the text to 1 or 0 in one pass and
 // returns how many there were. The text changes in memory only; saving it is the
 // Scenario Editor's business.

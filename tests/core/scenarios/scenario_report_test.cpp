@@ -199,19 +199,6 @@ TEST(ScenarioReport, TheSmallScenarioHasFourServicesAtSeven) {
     EXPECT_EQ(rows.size(), lines + 3) << "one blank row between two consists";
 }
 
-TEST(ScenarioReport, TheWordTimetableAnywhereInThePropertiesCounts) {
-    struct Case {
-        const char* properties;
-        bool timetable;
-    } cases[] = {
-        {"<Briefing><English>Run the TimeTable as booked</English></Briefing>", true},
-        {"<ScenarioClass>eTimetableScenarioClass</ScenarioClass>", true},
-        {"<ScenarioClass>eStandardScenarioClass</ScenarioClass><Briefing>time table</Briefing>", false},
-        {"", false},
-    };
-    for (const Case& c : cases) EXPECT_EQ(MentionsTimetable(c.properties), c.timetable) << c.properties;
-}
-
 TEST(ScenarioReport, TimetabledFlagsAreSetThroughoutTheText) {
     FERROLUND_READ_TESTDATA(xml, "serz/scenario-game.xml");
     struct Case {
