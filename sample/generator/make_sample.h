@@ -21,6 +21,7 @@ struct SampleOptions {
     int assets = -1;       // generated scenery blueprints; -1: the default
     int tileEntities = -1; // scenery items on each generated tile; -1: the default (4)
     int stock = -1;        // generated assets of all kinds (rolling stock, scenery, ...); -1: the default
+    int scenarioMegabytes = -1;  // XML size of the generated scenario's Scenario.bin; -1: the default
     bool keepXml = false;  // keep each binary's XML in the result, for checks
 };
 

@@ -159,6 +159,11 @@ Failure PlanRunner::Line(const std::vector<std::string>& fields) {
         if (!ParseCount(fields[2], count)) return "the count " + fields[2] + " is no number";
         return MakeStock(fields[1], options_.stock >= 0 ? options_.stock : count);
     }
+    if (verb == "scenario") {
+        if (auto f = needs(3)) return f;
+        if (!ParseCount(fields[2], count)) return "the size " + fields[2] + " is no number";
+        return MakeScenario(fields[1], options_.scenarioMegabytes >= 0 ? options_.scenarioMegabytes : count, vars);
+    }
     if (verb == "assets" || verb == "tiles") {
         if (auto f = needs(3)) return f;
         if (!ParseCount(fields[2], count)) return "the count " + fields[2] + " is no number";

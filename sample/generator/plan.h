@@ -13,7 +13,11 @@
 //   stock     FOLDER  COUNT                   COUNT generated assets of every kind the asset
 //                                             list tells apart, some broken, under
 //                                             Assets\PROVIDER (see stock.cpp)
-// The three counts can be changed by the options.
+//   scenario  FOLDER  MEGABYTES  name=value   a scenario folder whose Scenario.bin holds
+//                                             at least MEGABYTES of XML in consists of
+//                                             every kind (see scenario_sample.cpp), with
+//                                             its properties and a CurrentSave.bin
+// The counts and the size can be changed by the options.
 
 #include <cstddef>
 #include <map>
@@ -66,6 +70,7 @@ private:
     Failure Assets(const std::string& folder, int count);
     Failure Tiles(const std::string& route, int count, const Vars& vars);
     Failure MakeStock(const std::string& folder, int count);
+    Failure MakeScenario(const std::string& folder, int megabytes, const Vars& vars);
     Failure Put(const std::string& target, std::string bytes);
     void Scan(const std::string& target, const std::string& text);
 

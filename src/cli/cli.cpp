@@ -54,7 +54,7 @@ const std::vector<Verb>& Verbs() {
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
              return serz::RunSerzCommand(args, err);
          }},
-        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]",
+        {"make-sample", "make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N] [--scenario-mb N]",
          "write a sample installation of the simulator into DIR (N scenery tiles, N generated blueprints, N items a tile,\n"
          "      N generated assets of every kind)",
          [](app::AppContext&, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {

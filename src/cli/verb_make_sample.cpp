@@ -13,11 +13,12 @@ int MakeSampleVerb(const std::vector<std::string>& args, std::ostream& out, std:
     sample::SampleOptions options;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
-        if (a == "--tiles" || a == "--assets" || a == "--tile-entities" || a == "--stock") {
-            int& count = a == "--tiles"    ? options.tiles
-                         : a == "--assets" ? options.assets
-                         : a == "--stock"  ? options.stock
-                                           : options.tileEntities;
+        if (a == "--tiles" || a == "--assets" || a == "--tile-entities" || a == "--stock" || a == "--scenario-mb") {
+            int& count = a == "--tiles"         ? options.tiles
+                         : a == "--assets"      ? options.assets
+                         : a == "--stock"       ? options.stock
+                         : a == "--scenario-mb" ? options.scenarioMegabytes
+                                                : options.tileEntities;
             if (i + 1 >= args.size() || !sample::ParseCount(args[i + 1], count)) {
                 err << "ferrolund-cli make-sample: " << a << " needs a count\n";
                 return 2;
@@ -27,12 +28,12 @@ int MakeSampleVerb(const std::vector<std::string>& args, std::ostream& out, std:
             folder = a;
         } else {
             err << "ferrolund-cli make-sample: unexpected " << a << "\n"
-                << "usage: ferrolund-cli make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]\n";
+                << "usage: ferrolund-cli make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N] [--scenario-mb N]\n";
             return 2;
         }
     }
     if (folder.empty()) {
-        err << "usage: ferrolund-cli make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]\n";
+        err << "usage: ferrolund-cli make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N] [--scenario-mb N]\n";
         return 2;
     }
     const auto start = std::chrono::steady_clock::now();

@@ -1,5 +1,6 @@
 #pragma once
-// ferrolund-cli make-sample DIR [--tiles N] [--assets N] [--tile-entities N]
+// ferrolund-cli make-sample DIR [--tiles N] [--assets N] [--tile-entities N] [--stock N]
+//     [--scenario-mb N]
 
 #include <iosfwd>
 #include <string>
