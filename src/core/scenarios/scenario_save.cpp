@@ -132,6 +132,33 @@ void Restore(const std::string& target, const std::string& backup) {
 
 }  // namespace
 
+DetailEdits EditsFromDetails(const ScenarioDetails& details) {
+    DetailEdits e;
+    e.displayName = tools::FixEntitiesCopy(details.displayName);
+    e.description = tools::FixEntitiesCopy(details.description);
+    e.briefing = tools::FixEntitiesCopy(details.briefing);
+    e.startTime = SecondsToHHMM(details.startTime);
+    e.durationMins = details.durationMins;
+    e.startDD = details.startDD;
+    e.startMM = details.startMM;
+    e.startYYYY = details.startYYYY;
+    e.season = details.season;
+    e.weatherProvider = details.weatherProvider;
+    e.weatherProduct = details.weatherProduct;
+    e.weatherBlueprintID = details.weatherBlueprintID;
+    e.extensionProvider = details.extensionProvider;
+    e.extensionProduct = details.extensionProduct;
+    e.extensionBlueprintID = details.extensionBlueprintID;
+    e.author = details.author;
+    e.startLocation = tools::FixEntitiesCopy(details.startLocation);
+    e.scenarioClass = details.scenarioClass;
+    return e;
+}
+
+std::string LanguageTagOf(const app::AppContext& ctx) {
+    return ctx.prefs.language.empty() ? "English" : ctx.prefs.language;
+}
+
 base::Status ReadSaveTemplates(const app::AppContext& ctx, SaveTemplates& templates) {
     const std::string location = ctx.appPath("Templates\\StartLocation.txt");
     const std::string header = ctx.appPath("Templates\\ProvHeader.txt");

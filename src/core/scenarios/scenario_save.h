@@ -10,6 +10,7 @@
 
 #include "app/app_context.h"
 #include "base/run_error.h"
+#include "scenarios/scenario_reader.h"
 
 namespace ferrolund::scenarios {
 
@@ -43,6 +44,13 @@ struct DetailEdits {
     // "Provider|Product" of every asset set swapped in; repeats and empty ones allowed.
     std::vector<std::string> preload;
 };
+
+// The boxes as the screen fills them on opening: names decoded for display, the start
+// time as HHMM.
+DetailEdits EditsFromDetails(const ScenarioDetails& details);
+
+// The language tag of the program's language, English when none is set.
+std::string LanguageTagOf(const app::AppContext& ctx);
 
 // The two template files the save inserts from (AppRoot\Templates).
 struct SaveTemplates {
