@@ -157,6 +157,8 @@ frmKickStart::frmKickStart(app::AppContext& ctx, scenarios::ScenarioTexts texts,
     layout->addLayout(commands);
     resize(1250, 720);
 
+    // Enter in a box presses no button.
+    for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
     fillDetails();
     fillConsists();
 }
@@ -350,6 +352,8 @@ bool frmKickStart::eventFilter(QObject* watched, QEvent* event) {
     if (watched == text1_[3] && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Tab || key == Qt::Key_Return || key == Qt::Key_Enter) startTimeLeft();
+        // Enter belongs to the box: it must not press a button of the screen.
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) return true;
     }
     const QVariant option = watched->property("classOption");
     if (option.isValid() && event->type() == QEvent::MouseButtonPress) {
