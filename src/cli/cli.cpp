@@ -18,6 +18,7 @@
 #include "cli/verb_routes.h"
 #include "cli/verb_scenarios.h"
 #include "cli/verb_scenario_details.h"
+#include "cli/verb_scenario.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
 #include "tools/files.h"
@@ -78,6 +79,12 @@ const std::vector<Verb>& Verbs() {
          "the Scenario Details report of a route's scenario as title<TAB>value lines, a blank line between\n"
          "      two consists (--loose lists loose consists too); --work-order prints the Work Order instead",
          ScenarioDetailsVerb},
+        {"scenario-set", "scenario-set ROUTE SCENARIO --field NAME=VALUE... [--shift-consists]",
+         "change a scenario's details (display-name, description, briefing, start-time, duration, day, month,\n"
+         "      year, season, author, start-location, class, weather-provider, weather-product, weather-blueprint,\n"
+         "      weather-file, extension-*, blank-extension, preload) and save it as the Scenario Editor does, the\n"
+         "      old files kept as back-ups; --shift-consists moves every consist by the start time's change",
+         ScenarioSetVerb},
         {"check-assets", "check-assets (--index FILE | FOLDER) [--csv DIR] [--show]",
          "check the blueprints of an index file's rows, or every blueprint below FOLDER, for missing\n"
          "      files (--show lists every file used); --csv DIR saves the missing ones as MissingFiles.csv;\n"

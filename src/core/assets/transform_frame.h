@@ -13,6 +13,7 @@
 
 #include "app/app_context.h"
 #include "assets/asset_row.h"
+#include "tools/xml_compare.h"
 
 namespace ferrolund::assets {
 
@@ -107,10 +108,6 @@ std::string BlueprintCacheFile(const std::string& gameRoot);
 // The message of a compile that gave nothing, or not the text it was given.
 std::string CompileFailedMessage(const std::string& file);
 
-// True when two XML texts say the same: the same elements with the same attributes and
-// values, whatever the layout between the tags. Numbers typed as floats compare as the
-// numbers they are (the converter writes them back in its own form, and a d:alt_encoding
-// follows the value), so "2000.0000" and "2000" are the same.
-bool SameXmlContent(std::string_view intended, std::string_view readBack);
+using tools::SameXmlContent;
 
 }  // namespace ferrolund::assets

@@ -36,6 +36,10 @@ inline constexpr BackupRule kBackupRule{};
 inline constexpr BackupRule kOverwritingBackupRule{.overwriteWhenFull = true};
 // "<base>.bak", then ".bak1" to ".bak50": the scenario's two files and the consist file.
 inline constexpr BackupRule kScenarioBackupRule{.name = BackupName::InsteadOfExtension};
+// As kScenarioBackupRule, but once ".bak" to ".bak50" are all taken the file is replaced
+// without a back-up: the saves of the Scenario Editor.
+inline constexpr BackupRule kOverwritingScenarioBackupRule{.name = BackupName::InsteadOfExtension,
+                                                           .overwriteWhenFull = true};
 // "<name>.bak", then numbered without end: the track file, route details, curve files.
 inline constexpr BackupRule kUnlimitedBackupRule{.lastNumber = kNoLastNumber};
 // "<base>.bak" alone, replacing an older one: Quick Drive consists in the PreLoad folder.
