@@ -1,6 +1,7 @@
 // The main menu's commands of the scenarios area.
 #include "screens/app/frmEditor.h"
 #include "screens/app/menu_commands.h"
+#include "screens/scenarios/frmKickStart.h"
 #include "screens/scenarios/frmScenario.h"
 #include "screens/scenarios/frmShowRoutes.h"
 #include "screens/scenarios/frmWorkOrder.h"
@@ -28,6 +29,7 @@ void RegisterScenarioCommands(MenuCommands& menu) {
     QWidget* window = &menu.window;
     menu.add("mnuKickstart", [&ctx, window] {
         ScenarioScreens screens;
+        screens.edit = [&ctx, window](const std::string& folder) { ShowScenarioEditor(ctx, window, folder); };
         screens.details = [&ctx, window](const std::string& folder, bool loose) {
             const auto [route, scenario] = RouteAndScenario(folder);
             ShowScenarioDetails(ctx, window, route, scenario, loose);
