@@ -26,8 +26,6 @@ inline constexpr const char* kClassChangeQuestion =
     "You can't change from Career to Standard and back except\n"
     "by renaming ScenarioProperties.bak to ScenarioProperties.xml";
 inline constexpr const char* kSavedMessage = "Your Scenario.bin and ScenarioProperties.xml files have been updated.";
-inline constexpr const char* kUnsavedQuestion =
-    "You have made changes to this Scenario, but have not saved them.\nDo you really wish to exit?";
 
 // The boxes of "Scenario Details" in screen form (names decoded for display).
 struct DetailEdits {

@@ -134,6 +134,32 @@ TEST(ScenarioSave, AFailedCompileLeavesBothFilesAsTheyWere) {
     }
 }
 
+TEST(ScenarioSave, ABinaryThatSaysSomethingElseIsNotPutIn) {
+    FERROLUND_READ_TESTDATA(real, "serz/scenario-game.bin");
+    const fs::path cli = fs::path(FERROLUND_BIN_DIR) / "ferrolund-cli";
+    if (!fs::exists(cli)) GTEST_SKIP() << "ferrolund-cli is not built beside the tests";
+    Fixture f;
+    const ScenarioTexts texts = f.load(real);
+    // A converter that compiles every text into another scenario, and reads as usual.
+    const fs::path other = f.game.write("other.bin", real);
+    std::string otherXml = texts.scenarioXml;
+    ShiftStartTimes(otherXml, 3600);
+    f.game.write("other.xml", otherXml);
+    ASSERT_FALSE(tools::SerzConvert(f.ctx, f.game.system() + "/other.xml", other.string(), tools::SerzDirection::ToBinary));
+    const fs::path script = f.game.write("wrong-serz.sh", "#!/bin/sh\ncase \"$2\" in bin:*) cp \"" + other.string() +
+                                                              "\" \"${2#bin:}\";; *) exec \"" + cli.string() +
+                                                              "\" serz \"$1\" \"$2\";; esac\n");
+    fs::permissions(script, fs::perms::owner_all);
+    ::setenv("FERROLUND_SERZ", script.string().c_str(), 1);
+    const SaveOutcome out = SaveScenario(f.ctx, f.folder, texts.propertiesXml + " ", texts.scenarioXml);
+    ::unsetenv("FERROLUND_SERZ");
+    ASSERT_TRUE(out.error);
+    EXPECT_NE(out.error->description.find("Serz.exe was unable to recompress"), std::string::npos) << out.error->description;
+    EXPECT_EQ(f.file("Scenario.bin"), real);
+    EXPECT_EQ(f.file("ScenarioProperties.xml"), kProperties);
+    EXPECT_EQ(f.names().size(), 2u);
+}
+
 TEST(ScenarioSave, AReadOnlyFolderLeavesBothFilesAsTheyWere) {
     FERROLUND_READ_TESTDATA(real, "serz/scenario-game.bin");
     Fixture f;

@@ -180,6 +180,21 @@ TEST(frmKickStart, ClosingWithChangesAsksFirst) {
     EXPECT_EQ(f.file("ScenarioProperties.xml"), f.properties);
 }
 
+TEST(frmKickStart, AMissingWeatherFolderIsOnlyWarnedAbout) {
+    FERROLUND_READ_TESTDATA(binary, "serz/scenario-game.bin");
+    FERROLUND_READ_TESTDATA(properties, kRealProperties);
+    EditorScreen f(binary, properties);
+    fs::remove_all(f.root.path() / "RW" / "Assets");
+    std::unique_ptr<frmKickStart> screen(ShowScenarioEditor(f.ctx, nullptr, f.folder));
+    ASSERT_NE(screen, nullptr);
+    ASSERT_EQ(f.ui.shown.size(), 1u);
+    EXPECT_NE(f.ui.shown[0].text.find("The Weather folder for this scenario is missing\r\n"
+                                      "Maybe it is packed in an .ap file? Missing item:-\r\n"),
+              std::string::npos);
+    EXPECT_NE(f.ui.shown[0].text.find("Kuju\\RailSimulatorCore\\Weather"), std::string::npos) << f.ui.shown[0].text;
+    EXPECT_TRUE(screen->saveButton()->isEnabled());
+}
+
 TEST(frmKickStart, ScenariosThatCannotBeEditedAreNotOpened) {
     FERROLUND_READ_TESTDATA(binary, "serz/scenario-game.bin");
     struct Case {
