@@ -18,7 +18,7 @@
 #include "cli/verb_routes.h"
 #include "cli/verb_scenarios.h"
 #include "cli/verb_scenario_details.h"
-#include "cli/verb_scenario.h"
+#include "cli/verb_scenario_set.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
 #include "tools/files.h"

@@ -1,4 +1,4 @@
-#include "cli/verb_scenario.h"
+#include "cli/verb_scenario_set.h"
 
 #include <map>
 #include <ostream>
