@@ -13,6 +13,7 @@
 
 #include "app/app_context.h"
 #include "bench.h"
+#include "bench_scenario.h"
 #include "bench_ui.h"
 #include "generator/make_sample.h"
 #include "scenarios/scenario_reader.h"
@@ -24,30 +25,16 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-constexpr const char* kScenario =
-    "\\Content\\Routes\\3f6a2c1e-7b4d-4e8a-9c21-5d0e8b7a4f10\\Scenarios\\c4e8a1b2-9d3f-4a5e-b6c7-d8e9f0a1b2c3";
-
 double Since(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
 void Run(int megabytes, int runs) {
     using namespace ferrolund;
-    const fs::path folder = fs::temp_directory_path() / ("ferrolund-scenario-bench-" + std::to_string(::getpid()));
-    std::error_code error;
-    fs::remove_all(folder, error);
-    sample::SampleOptions options;
-    options.scenarioMegabytes = megabytes;
-    options.tiles = options.assets = options.stock = 0;
-    sample::SampleResult made;
-    if (auto failure = sample::MakeSample(folder, options, made)) {
-        std::printf("scenario_load: the sample could not be made: %s\n", failure->c_str());
-        return;
-    }
+    const bench::ScenarioInstallation installation("scenario-load", megabytes);
+    if (!installation.made()) return;
     bench::BenchUi ui;
     app::AppContext ctx;
-    ctx.prefs.gameRoot = folder.string();
-    ctx.appRoot = folder.string();
-    ctx.ui = &ui;
-    const std::string scenarioFolder = ctx.gameRoot() + kScenario;
+    installation.bind(ctx, &ui);
+    const std::string scenarioFolder = installation.scenarioFolder();
 
     double bestConvert = 1e30, bestTables = 1e30, bestTotal = 1e30;
     std::size_t xmlBytes = 0, consists = 0, vehicles = 0;
@@ -80,7 +67,6 @@ void Run(int megabytes, int runs) {
     std::printf("  tables (properties, consists, vehicles)         %8.3f s   %6.1f MB/s\n", bestTables,
                 static_cast<double>(xmlBytes) / 1e6 / bestTables);
     std::printf("  load in all (best of %d)                         %8.3f s\n", runs, bestTotal);
-    fs::remove_all(folder, error);
 }
 
 }  // namespace

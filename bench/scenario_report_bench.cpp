@@ -11,6 +11,7 @@
 
 #include "app/app_context.h"
 #include "bench.h"
+#include "bench_scenario.h"
 #include "bench_ui.h"
 #include "generator/make_sample.h"
 #include "scenarios/scenario_report.h"
@@ -21,9 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-
-constexpr const char* kScenario =
-    "\\Content\\Routes\\3f6a2c1e-7b4d-4e8a-9c21-5d0e8b7a4f10\\Scenarios\\c4e8a1b2-9d3f-4a5e-b6c7-d8e9f0a1b2c3";
 
 double Since(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
@@ -43,26 +41,14 @@ double Best(Work&& work) {
 
 FERROLUND_BENCH(scenario_report) {
     using namespace ferrolund;
-    const fs::path folder = fs::temp_directory_path() / ("ferrolund-report-bench-" + std::to_string(::getpid()));
-    std::error_code error;
-    fs::remove_all(folder, error);
-    sample::SampleOptions options;
-    options.scenarioMegabytes = 30;
-    options.tiles = options.assets = options.stock = 0;
-    sample::SampleResult made;
-    if (auto failure = sample::MakeSample(folder, options, made)) {
-        std::printf("scenario_report: the sample could not be made: %s\n", failure->c_str());
-        return;
-    }
+    const bench::ScenarioInstallation installation("scenario-report", 30);
+    if (!installation.made()) return;
     bench::BenchUi ui;
     app::AppContext ctx;
-    ctx.prefs.gameRoot = folder.string();
-    ctx.appRoot = folder.string();
-    ctx.ui = &ui;
+    installation.bind(ctx, &ui);
     scenarios::ScenarioTexts texts;
-    if (auto failed = scenarios::LoadScenarioTexts(ctx, ctx.gameRoot() + kScenario, texts)) {
+    if (auto failed = scenarios::LoadScenarioTexts(ctx, installation.scenarioFolder(), texts)) {
         std::printf("scenario_report: %s\n", failed->description.c_str());
-        fs::remove_all(folder, error);
         return;
     }
     const double megabytes = static_cast<double>(texts.scenarioXml.size()) / 1e6;
@@ -91,5 +77,4 @@ FERROLUND_BENCH(scenario_report) {
     std::printf("  Timetabled flags set    %8.3f s  %6.1f MB/s  %zu flags\n", flagTime, megabytes / flagTime, flags);
     std::printf("  Work Order              %8.3f s  %6.1f MB/s  %zu lines\n", sheetTime, megabytes / sheetTime,
                 sheetLines);
-    fs::remove_all(folder, error);
 }

@@ -1,4 +1,4 @@
-// ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS] | details [MB]]: times screens with a real
+// ferrolund-screen-bench [editor [MB] | assets [N] | details [MB] | scenario [MB]]: times screens with a real
 // window (offscreen unless QT_QPA_PLATFORM says otherwise) and prints the figures. With
 // no argument the editor is timed.
 #include <QApplication>
@@ -16,6 +16,8 @@ int main(int argc, char** argv) {
     if (which == "editor") return EditorOpenBench(size);
     if (which == "assets") return AssetListBench(size);
     if (which == "details") return ScenarioDetailsBench(size);
-    std::fprintf(stderr, "usage: ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS] | details [MB]]\n");
+    if (which == "scenario") return ScenarioEditorBench(size);
+    std::fprintf(stderr,
+                 "usage: ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS] | details [MB] | scenario [MB]]\n");
     return 2;
 }

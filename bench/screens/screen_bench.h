@@ -8,3 +8,6 @@ int EditorOpenBench(int megabytes);
 int AssetListBench(int blueprints);
 // The Scenario Details screen on a scenario of about `megabytes` MB of XML (30 when 0).
 int ScenarioDetailsBench(int megabytes);
+// The Scenario Editor opened on, then saving, a scenario of about `megabytes` MB of XML
+// (30 when 0).
+int ScenarioEditorBench(int megabytes);
