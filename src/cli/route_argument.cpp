@@ -36,7 +36,7 @@ std::string FindScenario(app::AppContext& ctx, const std::string& routeFolder, c
     if (!given.empty() && std::filesystem::is_directory(tools::HostPath(folder), error))
         return tools::SystemPath(tools::HostPath(folder).filename());
     const routes::ScenarioListing listing =
-        routes::ListScenarios(ctx.gameRoot(), routeFolder, ctx.prefs.language.empty() ? "English" : ctx.prefs.language);
+        routes::ListScenarios(ctx.gameRoot(), routeFolder, ctx.languageTag());
     for (const routes::ScenarioRow& row : listing.rows) {
         // The name is held as the file's bytes; the command line gives it as UTF-8.
         if (tools::EqualsIgnoreCase(row.name, given) || tools::EqualsIgnoreCase(tools::ShownText(row.name), given) ||

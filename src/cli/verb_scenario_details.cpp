@@ -48,7 +48,7 @@ int ScenarioDetailsVerb(app::AppContext& ctx, const std::vector<std::string>& ar
         err << "ferrolund-cli: the route has no scenario \"" << tools::ShownText(given[1]) << "\"\n";
         return 1;
     }
-    const std::string language = ctx.prefs.language.empty() ? "English" : ctx.prefs.language;
+    const std::string language = ctx.languageTag();
     if (workOrder) {
         std::vector<std::string> lines;
         if (base::Status failed = scenarios::LoadWorkOrder(ctx, route.folder, scenario, lines)) {

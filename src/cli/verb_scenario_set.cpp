@@ -147,7 +147,7 @@ int ScenarioSetVerb(app::AppContext& ctx, const std::vector<std::string>& args, 
         err << "ferrolund-cli: " << tools::ShownText(failed->description) << "\n";
         return kExitFailed;
     }
-    const std::string language = scenarios::LanguageTagOf(ctx);
+    const std::string language = ctx.languageTag();
     const scenarios::ScenarioDetails details = scenarios::ReadScenarioDetails(texts.propertiesXml, language);
     if (details.kind() == scenarios::ScenarioClass::Template) {
         err << "ferrolund-cli: " << tools::ShownText(scenarios::kQuickDriveRefusal) << "\n";

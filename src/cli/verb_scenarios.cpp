@@ -43,7 +43,7 @@ int ScenariosVerb(app::AppContext& ctx, const std::vector<std::string>& args, st
     routes::CheckedRoute route;
     std::string unused;
     if (int code = FindTarget(ctx, args, "scenarios ROUTE", 1, 1, route, unused, err)) return code;
-    const routes::ScenarioListing listing = routes::ListScenarios(ctx.gameRoot(), route.folder, ctx.prefs.language.empty() ? "English" : ctx.prefs.language);
+    const routes::ScenarioListing listing = routes::ListScenarios(ctx.gameRoot(), route.folder, ctx.languageTag());
     if (listing.rows.empty()) {
         out << listing.note << "\n";
         return kExitDone;

@@ -24,6 +24,8 @@ struct AppContext : base::RunContext {
     std::string languageFile;    // "Lang_<Language>.txt"
 
     const std::string& gameRoot() const { return prefs.gameRoot; }
+    // The language word that picks names out of the game's XML ("English" unless set).
+    std::string languageTag() const { return prefs.language.empty() ? "English" : prefs.language; }
     // Lang(n); a missing text is reported through the error log and gives the fallback.
     std::string langText(int n, const std::string& fallback = {}, const std::string& module = "frmEditor");
 

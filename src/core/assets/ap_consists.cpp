@@ -15,7 +15,7 @@ const char* const kModule = "frmAPConsists";
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }
 
 std::vector<std::string> Languages(const app::AppContext& ctx) {
-    std::vector<std::string> languages{ctx.prefs.language.empty() ? "English" : ctx.prefs.language};
+    std::vector<std::string> languages{ctx.languageTag()};
     if (!tools::EqualsIgnoreCase(languages[0], "English")) languages.emplace_back("English");
     return languages;
 }

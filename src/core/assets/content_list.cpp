@@ -168,7 +168,7 @@ void ContentList::fileMatch(app::AppContext& ctx, const std::string& name, const
 const std::string& ContentList::propertiesName(const app::AppContext& ctx, const std::string& file) {
     auto [it, added] = names_.try_emplace(file);
     if (added) {
-        std::vector<std::string> languages{ctx.prefs.language.empty() ? "English" : ctx.prefs.language};
+        std::vector<std::string> languages{ctx.languageTag()};
         if (!tools::EqualsIgnoreCase(languages[0], "English")) languages.emplace_back("English");
         routes::ReadPropertiesName(tools::ReadTextFile(file), languages, it->second);
         // Commas would split the row in the comma text of a saved list.

@@ -140,7 +140,7 @@ WhereUsedOutcome WhereIsItUsed(app::AppContext& ctx, const std::vector<AssetRow>
         if (tools::SerzReadXml(ctx, file, xml) || xml.empty()) continue;
         ++outcome.consistsRead;
         std::string name;
-        tools::GetName(xml, name, ctx.prefs.language.empty() ? "English" : ctx.prefs.language);
+        tools::GetName(xml, name, ctx.languageTag());
         const std::string place = "PreLoad consist: " + name + " (" + file + ")";
         for (long at = tools::InStr(xml, "<Provider"); at > 0; at = tools::InStr(at + 1, xml, "<Provider"))
             if (const auto ref = ReadTriple(xml, at)) search.note(ReferenceKey(ref->provider, ref->product, ref->blueprintId), place);

@@ -155,10 +155,6 @@ DetailEdits EditsFromDetails(const ScenarioDetails& details) {
     return e;
 }
 
-std::string LanguageTagOf(const app::AppContext& ctx) {
-    return ctx.prefs.language.empty() ? "English" : ctx.prefs.language;
-}
-
 base::Status ReadSaveTemplates(const app::AppContext& ctx, SaveTemplates& templates) {
     const std::string location = ctx.appPath("Templates\\StartLocation.txt");
     const std::string header = ctx.appPath("Templates\\ProvHeader.txt");

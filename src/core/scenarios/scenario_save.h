@@ -47,9 +47,6 @@ struct DetailEdits {
 // time as HHMM.
 DetailEdits EditsFromDetails(const ScenarioDetails& details);
 
-// The language tag of the program's language, English when none is set.
-std::string LanguageTagOf(const app::AppContext& ctx);
-
 // The two template files the save inserts from (AppRoot\Templates).
 struct SaveTemplates {
     std::string startLocation;  // aaaaaa: the location's name, bbbbbb: a new GUID

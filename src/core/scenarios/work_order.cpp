@@ -144,7 +144,7 @@ base::Status LoadWorkOrder(app::AppContext& ctx, const std::string& routeFolder,
     ScenarioTexts texts;
     if (base::Status failed = LoadScenarioTexts(ctx, ScenarioFolderPath(ctx, routeFolder, scenarioFolder), texts))
         return failed;
-    const std::string language = ctx.prefs.language.empty() ? "English" : ctx.prefs.language;
+    const std::string language = ctx.languageTag();
     // The route's name as the route index has it, else from its RouteProperties.xml, else
     // its folder.
     std::string routeName;

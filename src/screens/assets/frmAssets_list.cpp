@@ -30,7 +30,7 @@ assets::AssetFilter frmAssets::screenFilter() const {
     filter.rollingStockOnly = rollingStock_->isChecked();
     filter.defaultFolders = defaultFolders_->isChecked();
     filter.excludePreLoad = excludePreLoad_->isChecked();
-    filter.language = ctx_.prefs.language.empty() ? "English" : ctx_.prefs.language;
+    filter.language = ctx_.languageTag();
     return filter;
 }
 

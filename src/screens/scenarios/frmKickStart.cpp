@@ -235,7 +235,7 @@ void frmKickStart::buildDetails(QWidget* page) {
 
 void frmKickStart::fillDetails() {
     const scenarios::ScenarioDetails details =
-        scenarios::ReadScenarioDetails(texts_.propertiesXml, scenarios::LanguageTagOf(ctx_));
+        scenarios::ReadScenarioDetails(texts_.propertiesXml, ctx_.languageTag());
     const scenarios::DetailEdits edits = scenarios::EditsFromDetails(details);
     const std::string* values[15] = {&edits.displayName,      &edits.description,       &edits.briefing,
                                      &edits.startTime,        &edits.durationMins,      &edits.startDD,
@@ -279,7 +279,7 @@ void frmKickStart::setClassOption(int option) {
 }
 
 void frmKickStart::fillConsists() {
-    read_ = scenarios::ReadConsists(texts_.scenarioXml, scenarios::LanguageTagOf(ctx_));
+    read_ = scenarios::ReadConsists(texts_.scenarioXml, ctx_.languageTag());
     consists_->setRowCount(0);
     consists_->setRowCount(static_cast<int>(read_.consists.size()));
     for (int r = 0; r < consists_->rowCount(); ++r) {
@@ -427,7 +427,7 @@ bool frmKickStart::saveChanges() {
     scenarios::SaveTemplates templates;
     std::string properties = texts_.propertiesXml;
     base::Status status = scenarios::ReadSaveTemplates(ctx_, templates);
-    if (!status) status = scenarios::ApplyDetailEdits(properties, edits, templates, scenarios::LanguageTagOf(ctx_));
+    if (!status) status = scenarios::ApplyDetailEdits(properties, edits, templates, ctx_.languageTag());
     for (int n = 0; n < 3; ++n) text1_[static_cast<std::size_t>(n)]->setText(ToQt(*fields[n]));
     if (status) {
         Tell(ctx_, status->description);
@@ -485,7 +485,7 @@ frmKickStart* ShowScenarioEditor(app::AppContext& ctx, QWidget* parent, const st
         return nullptr;
     }
     const scenarios::ScenarioDetails details =
-        scenarios::ReadScenarioDetails(texts.propertiesXml, scenarios::LanguageTagOf(ctx));
+        scenarios::ReadScenarioDetails(texts.propertiesXml, ctx.languageTag());
     if (ctx.ui) {
         if (scenarios::RefuseQuickDrive(*ctx.ui, details)) return nullptr;
         scenarios::WarnIfCareer(*ctx.ui, texts.propertiesXml);

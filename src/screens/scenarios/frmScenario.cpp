@@ -30,10 +30,6 @@ constexpr const char* kGridFilter =
 
 QString Shown(const std::string& fileText) { return ToQt(tools::FixEntitiesCopy(fileText)); }
 
-std::string LanguageOf(const app::AppContext& ctx) {
-    return ctx.prefs.language.empty() ? "English" : ctx.prefs.language;
-}
-
 }  // namespace
 
 frmScenario::frmScenario(app::AppContext& ctx, scenarios::ScenarioTexts texts,
@@ -123,7 +119,7 @@ frmScenario::frmScenario(app::AppContext& ctx, scenarios::ScenarioTexts texts,
 }
 
 void frmScenario::fillFields() {
-    const scenarios::ScenarioDetails d = scenarios::ReadScenarioDetails(texts_.propertiesXml, LanguageOf(ctx_));
+    const scenarios::ScenarioDetails d = scenarios::ReadScenarioDetails(texts_.propertiesXml, ctx_.languageTag());
     const std::pair<int, std::string> values[] = {
         {0, d.displayName},
         {1, d.description},
@@ -140,7 +136,7 @@ void frmScenario::fillFields() {
 
 void frmScenario::fillConsists() {
     const scenarios::ScenarioConsists read =
-        scenarios::ReadConsists(texts_.scenarioXml, LanguageOf(ctx_), {}, scenarios::kDetailsWalk);
+        scenarios::ReadConsists(texts_.scenarioXml, ctx_.languageTag(), {}, scenarios::kDetailsWalk);
     for (const scenarios::ConsistRow& row : read.consists)
         if (!row.loose) list1_->addItem(Shown(row.serviceName));
     if (read.drivenConsist < 0) return;
@@ -226,7 +222,7 @@ void ShowScenarioDetails(app::AppContext& ctx, QWidget* parent, const std::strin
     const std::string folder = scenarios::ScenarioFolderPath(ctx, routeFolder, scenarioFolder);
     scenarios::ReportOptions options;
     options.includeLoose = includeLoose;
-    options.languageTag = LanguageOf(ctx);
+    options.languageTag = ctx.languageTag();
     scenarios::MarkerIndex markers;
     bool cancelled = false;
     if (base::Status failed = scenarios::LoadMarkerIndex(ctx, routeFolder, markers, cancelled)) {
