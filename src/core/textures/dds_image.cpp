@@ -136,8 +136,10 @@ const char* DdsFormatName(DdsFormat format) {
     return "";
 }
 
-base::Status ReadDds(std::string bytes, DdsImage& image) {
-    image = DdsImage{};
+base::Status ReadDds(std::string bytes, DdsImage& result) {
+    // A refused file leaves an empty image, not a half-read one.
+    result = DdsImage{};
+    DdsImage image;
     if (bytes.size() < 4 || bytes.compare(0, 4, "DDS ") != 0) return Bad("This is not a .dds file.");
     if (bytes.size() < kHeaderSize) {
         return base::RunError{base::err::kInputPastEnd, "The .dds file is cut short inside its header."};
@@ -177,6 +179,7 @@ base::Status ReadDds(std::string bytes, DdsImage& image) {
     image.width = int(width);
     image.height = int(height);
     image.bytes = std::move(bytes);
+    result = std::move(image);
     return {};
 }
 
