@@ -196,7 +196,8 @@ base::Status DecodeDdsLevel(const DdsImage& image, int level, RgbaImage& out) {
     const DdsLevel& l = image.levels[std::size_t(level)];
     out.width = l.width;
     out.height = l.height;
-    out.pixels.assign(std::size_t(l.width) * std::size_t(l.height) * 4, 0);
+    // Every pixel is written below: a buffer reused at the same size is not cleared first.
+    out.pixels.resize(std::size_t(l.width) * std::size_t(l.height) * 4);
     if (Compressed(image.format)) {
         DecodeBlocks(image, l, out.pixels.data());
     } else {
