@@ -145,6 +145,52 @@ std::string PatchedOriginal(const std::string& original, const TextureImage& sid
     return reader.failure() || level != side.blobSize.size() ? std::string() : patched;
 }
 
+// The .dds of a texture read straight from its binary form: the pixels are copied from
+// the blob records, and the XML (for the side file) is made from a copy with the blobs
+// emptied, their sizes then put back into the text, so the pixels' hex is never written.
+std::string BinaryToDds(std::string_view binary, TextureImage& image, std::string& error) {
+    serz::BinaryReader reader(binary);
+    std::vector<std::pair<std::size_t, std::size_t>> blobs;  // payload offset, size
+    if (reader.Start()) {
+        error = kNotATexture;
+        return {};
+    }
+    const auto* begin = reinterpret_cast<const unsigned char*>(binary.data());
+    for (serz::Record record; reader.Next(record);)
+        if (record.kind == serz::Kind::Blob) blobs.emplace_back(record.payload - begin, record.count);
+    std::string emptied, xml;
+    std::size_t from = 0;
+    for (const auto& [payload, size] : blobs) {
+        emptied.append(binary.substr(from, payload - 4 - from));
+        emptied.append(4, '\0');
+        from = payload + size;
+    }
+    emptied.append(binary.substr(from));
+    if (reader.failure() || serz::BinaryToXml(emptied, xml)) {
+        error = kNotATexture;
+        return {};
+    }
+    if (error = ReadTextureXml(xml, image); !error.empty()) return {};
+    if (image.blobSize.size() != blobs.size()) {
+        error = kNotATexture;
+        return {};
+    }
+    constexpr std::string_view kEmpty = "\"0\">";
+    for (std::size_t level = 0; level < blobs.size(); ++level) {
+        std::string& before = image.between[level];
+        if (!before.ends_with(kEmpty)) {
+            error = kNotATexture;
+            return {};
+        }
+        before.replace(before.size() - kEmpty.size() + 1, 1, std::to_string(blobs[level].second));
+        image.blobSize[level] = blobs[level].second;
+    }
+    std::string dds = DdsHeader(image);
+    dds.reserve(kDdsHeaderSize + image.PixelBytes());
+    for (const auto& [payload, size] : blobs) dds.append(binary.substr(payload, size));
+    return dds;
+}
+
 ConversionResult Failed(std::string message) {
     ConversionResult result;
     result.error = std::move(message);
@@ -345,12 +391,9 @@ ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folde
     bool ok = false;
     const std::string binary = ReadFile(tgpcdx, ok);
     if (!ok) return Failed("Unable to read " + tgpcdx);
-    std::string xml;
-    if (serz::BinaryToXml(binary, xml)) return Failed(kNotATexture);
     TextureImage image;
-    if (std::string error = ReadTextureXml(xml, image); !error.empty()) return Failed(error);
     std::string error;
-    const std::string dds = MakeDds(xml, image, error);
+    const std::string dds = BinaryToDds(binary, image, error);
     if (!error.empty()) return Failed(error);
     if (!tools::CreatePath(folder)) return Failed("Unable to make the folder " + folder);
     const std::string base = tools::SystemPath(tools::HostPath(folder) / BaseName(tgpcdx));

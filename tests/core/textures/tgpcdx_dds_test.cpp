@@ -172,6 +172,7 @@ TEST(TextureConversion, BadFilesChangeNothing) {
         "mip-maps.";
     const std::vector<Case> cases = {
         {"not a serz file", "plain text", nullptr, kNotATexture},
+        {"truncated blob", Binary(sample::TextureXml(kDxt5, 16, 16, 3)).substr(0, 300), nullptr, kNotATexture},
         {"serz but no texture", Binary("<cRecordSet><Record/></cRecordSet>"), nullptr, kNotATexture},
         {"truncated .dds", "", [](const fs::path& p) { fs::resize_file(p, fs::file_size(p) - 16); }, mismatch},
         {"longer .dds", "", [](const fs::path& p) { fs::resize_file(p, fs::file_size(p) + 16); }, mismatch},
