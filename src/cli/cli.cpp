@@ -18,6 +18,7 @@
 #include "cli/verb_routes.h"
 #include "cli/verb_scenarios.h"
 #include "cli/verb_scenario_details.h"
+#include "cli/verb_textures.h"
 #include "cli/verb_scenario_set.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
@@ -100,6 +101,13 @@ const std::vector<Verb>& Verbs() {
          "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"
          "      vehicles); with --rows, the asset rows of the blueprints among them as comma text\n"
          "      (MASK then defaults to \"*.bin\"), numbered on from IndexFiles\\index.csv", ListApVerb},
+        {"tex2dds", "tex2dds FILE... [--out DIR]",
+         "convert .TgPcDx textures to .dds in DIR (default: the program's TempDDS), each with the\n"
+         "      side file <base>.dat that keeps what the .dds cannot hold", TexToDdsVerb},
+        {"dds2tex", "dds2tex DDS TGPCDX",
+         "put the pixels of DDS back into the texture TGPCDX (the old file kept as a back-up), using\n"
+         "      the side file beside DDS", DdsToTexVerb},
+        {"dds-info", "dds-info FILE...", "show the format, size and mip-map count of .dds files", DdsInfoVerb},
     };
     return verbs;
 }
