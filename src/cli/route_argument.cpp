@@ -14,9 +14,11 @@ namespace ferrolund::cli {
 
 bool FindRoute(app::AppContext& ctx, const std::string& given, routes::CheckedRoute& route) {
     const std::string folder = ctx.gameRoot() + "\\Content\\Routes\\" + given;
-    const std::string file = ctx.appPath("IndexFiles\\RouteIndex.csv");
-    if (!tools::FileExists(file)) routes::IndexRouteProperties(ctx);
-    const routes::RouteIndex index = routes::ParseRouteIndex(tools::ReadTextFile(file));
+    routes::RouteIndex index;
+    if (!routes::LoadRouteIndexFile(ctx, index)) {
+        routes::IndexRouteProperties(ctx);
+        routes::LoadRouteIndexFile(ctx, index);
+    }
     for (int i = 0; i < index.count(); ++i) {
         if (tools::EqualsIgnoreCase(index.routeFolder[i], given) || tools::EqualsIgnoreCase(index.routeName[i], given)) {
             route.name = index.routeName[i];

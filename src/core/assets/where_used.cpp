@@ -6,6 +6,7 @@
 
 #include "assets/blueprint.h"
 #include "routes/route_index.h"
+#include "routes/route_indexer.h"
 #include "routes/route_stock.h"
 #include "routes/scenario_list.h"
 #include "tools/files.h"
@@ -33,7 +34,8 @@ std::vector<std::string> SubFolders(const std::string& folder) {
 // none, else every folder under Content\Routes under its own name.
 routes::RouteIndex KnownRoutes(app::AppContext& ctx) {
     if (ctx.routeIndex.count() > 0) return ctx.routeIndex;
-    routes::RouteIndex index = routes::ParseRouteIndex(tools::ReadTextFile(ctx.appPath("IndexFiles\\RouteIndex.csv")));
+    routes::RouteIndex index;
+    routes::LoadRouteIndexFile(ctx, index);
     if (index.count() > 0) return index;
     for (const std::string& folder : SubFolders(ctx.gameRoot() + "\\Content\\Routes")) {
         index.routeName.push_back(folder);

@@ -133,6 +133,14 @@ void ExtractAndIndexRoutes(app::AppContext& ctx, const RouteIndexRule& rule, boo
     ctx.ui->busy(false);
 }
 
+bool LoadRouteIndexFile(const app::AppContext& ctx, RouteIndex& index) {
+    index.clear();
+    const std::string file = ctx.appPath("IndexFiles\\RouteIndex.csv");
+    if (!tools::FileExists(file)) return false;
+    index = ParseRouteIndex(tools::ReadTextFile(file));
+    return true;
+}
+
 void getRouteProperties(app::AppContext& ctx) {
     ctx.currentRoutine = "getRouteProperties";
     ExtractAndIndexRoutes(ctx, kExtractedRouteProperties, true);

@@ -51,6 +51,10 @@ RouteIndex ReloadRouteIndex(const std::string& fileText, const RouteIndexRule& r
 // setting that stops the first-use notice.
 void IndexRouteProperties(app::AppContext& ctx);
 
+// IndexFiles\RouteIndex.csv as the route screens read it; false, with the index left
+// empty, when the file is not there.
+bool LoadRouteIndexFile(const app::AppContext& ctx, RouteIndex& index);
+
 // Asks, unpacks the properties files of packed routes (never over one on disk), then
 // indexes by the rule and tells so. Cancelled, it leaves at once, with the notice that an
 // index will be made when `tellOnCancel`.

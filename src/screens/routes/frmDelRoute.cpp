@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include "archives/report_grid.h"
+#include "routes/route_indexer.h"
 #include "screens/app/qt_text.h"
 #include "screens/archives/frmListRS.h"
 #include "screens/routes/asset_commands.h"
@@ -198,9 +199,8 @@ QPushButton* frmDelRoute::button(const std::string& name) const {
 }
 
 bool frmDelRoute::loadRoutes() {
-    const std::string file = ctx_.appPath("IndexFiles\\RouteIndex.csv");
-    if (!tools::FileExists(file)) return false;
-    const routes::RouteIndex index = routes::ParseRouteIndex(tools::ReadTextFile(file));
+    routes::RouteIndex index;
+    if (!routes::LoadRouteIndexFile(ctx_, index)) return false;
     list1_->setSortingEnabled(false);
     list1_->setRowCount(0);
     for (int r = 0; r < index.count(); ++r) {

@@ -16,6 +16,7 @@
 #include "archives/make_batch.h"
 #include "archives/report_grid.h"
 #include "routes/route_index.h"
+#include "routes/route_indexer.h"
 #include "scenarios/scenario_management.h"
 #include "scenarios/scenario_texts.h"
 #include "screens/app/qt_text.h"
@@ -123,9 +124,8 @@ QPushButton* frmShowRoutes::button(const std::string& name) const {
 }
 
 bool frmShowRoutes::loadRoutes() {
-    const std::string file = ctx_.appPath("IndexFiles\\RouteIndex.csv");
-    if (!tools::FileExists(file)) return false;
-    const routes::RouteIndex index = routes::ParseRouteIndex(tools::ReadTextFile(file));
+    routes::RouteIndex index;
+    if (!routes::LoadRouteIndexFile(ctx_, index)) return false;
     list1_->setRowCount(0);
     for (int r = 0; r < index.count(); ++r)
         if (!index.routeFolder[r].empty()) AddRow(list1_, {index.routeName[r], index.routeFolder[r]});
