@@ -6,6 +6,8 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config ccache
   qt6-base-dev libqt6printsupport6 qt6-qpa-plugins libgl-dev
+  # Charts are exported as SVG through Qt SVG.
+  qt6-svg-dev
   libzip-dev zlib1g-dev libpugixml-dev libsquish-dev
   libgtest-dev libgmock-dev
   # The screen tests that read back what a real X server shows run on Xvfb.
