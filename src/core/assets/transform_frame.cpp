@@ -169,7 +169,24 @@ struct RowRun {
         }
         out.written = target;
         if (!result.note.empty()) note = "  " + result.note;
+        for (const CompanionFile& companion : result.companions) note += putCompanion(companion, out);
         return out;
+    }
+
+    // Writes the companion in TempFiles, then puts it in place; the report's words when
+    // that failed, otherwise nothing.
+    std::string putCompanion(const CompanionFile& companion, RowOutcome& out) {
+        const std::string scratch = temp + "\\" + (companion.scratch.empty() ? NameOf(companion.path) : companion.scratch);
+        std::string backup;
+        base::Status status;
+        if (!tools::WriteTextFile(ctx, scratch, companion.text)) status = base::err::PathFileAccess(scratch);
+        if (!status) status = Replace(scratch, companion.path, backup);
+        if (!status) {
+            out.companions.push_back(companion.path);
+            return {};
+        }
+        ctx.report(*status, kModule);
+        return "  " + companion.path + " could not be written: " + status->description;
     }
 };
 

@@ -30,6 +30,14 @@ struct TransformRow {
     const std::string& base;  // its name without folder and extension
 };
 
+// A file that goes with a change, such as a script the changed blueprint now needs. It is
+// put in place, by the same back-up rule, once the changed file itself is in.
+struct CompanionFile {
+    std::string path;     // system path of the file to write
+    std::string text;     // its whole new content, bytes
+    std::string scratch;  // the name it is first written under in TempFiles
+};
+
 // What a transform makes of one text.
 struct TransformResult {
     enum class Verdict {
@@ -45,6 +53,7 @@ struct TransformResult {
     // the original's own name replaces it as usual.
     std::string saveAs;
     std::string note;  // for Changed: added to the report's line
+    std::vector<CompanionFile> companions;  // for Changed: written after the file, in order
 
     static TransformResult Changed(std::string text) {
         TransformResult result;
@@ -83,6 +92,7 @@ struct RowOutcome {
     std::string written;   // the file written; empty when nothing was
     std::string backup;    // the old file's new name; empty when no back-up was made
     std::string reason;    // why nothing was written; empty when written
+    std::vector<std::string> companions;  // the companion files put in place
 };
 
 struct TransformOutcome {

@@ -19,6 +19,8 @@ std::string Text(const std::string& tabs, const std::string& tag, const std::str
     return tabs + "<" + tag + " d:type=\"cDeltaString\">" + value + "</" + tag + ">\r\n";
 }
 
+}  // namespace
+
 std::string ChildXml(const Child& child) {
     const std::string t(6, '\t');
     std::string xml = t + "<cEntityContainerBlueprint-sChild d:id=\"91110001\">\r\n";
@@ -27,15 +29,13 @@ std::string ChildXml(const Child& child) {
     xml += t + "\t\t\t<BlueprintSetID>\r\n" + t + "\t\t\t\t<iBlueprintLibrary-cBlueprintSetID>\r\n";
     xml += Text(t + "\t\t\t\t\t", "Provider", "Kuju") + Text(t + "\t\t\t\t\t", "Product", "RailSimulator");
     xml += t + "\t\t\t\t</iBlueprintLibrary-cBlueprintSetID>\r\n" + t + "\t\t\t</BlueprintSetID>\r\n";
-    xml += Text(t + "\t\t\t", "BlueprintID", "Particles\\" + child.name + ".xml");
+    xml += Text(t + "\t\t\t", "BlueprintID", child.blueprint.empty() ? "Particles\\" + child.name + ".xml" : child.blueprint);
     xml += t + "\t\t</iBlueprintLibrary-cAbsoluteBlueprintID>\r\n" + t + "\t</BlueprintID>\r\n";
     xml += t + "\t<Matrix>\r\n" + t + "\t\t<cHcRMatrix4x4>\r\n" + t + "\t\t\t<Element>\r\n";
     for (const std::string& v : child.matrix) xml += Float(t + "\t\t\t\t", "e", v);
     xml += t + "\t\t\t</Element>\r\n" + t + "\t\t</cHcRMatrix4x4>\r\n" + t + "\t</Matrix>\r\n";
     return xml + t + "</cEntityContainerBlueprint-sChild>\r\n";
 }
-
-}  // namespace
 
 std::vector<std::string> Upright(const std::string& x, const std::string& y, const std::string& z) {
     return {"1", "0", "0", "0", "0", "1", "0", "0", "0", "0", "1", "0", x, y, z, "1"};
@@ -78,6 +78,65 @@ std::string CoachXml(const std::string& name, const std::vector<Child>& children
     }
     xml += "\t\t\t\t</cEntityContainerBlueprint>\r\n\t\t\t</ContainerComponent>\r\n";
     return xml + "\t\t</cWagonBlueprint>\r\n\t</Blueprint>\r\n</cBlueprintLoader>\r\n";
+}
+
+std::string VehicleXml(const Vehicle& v) {
+    const std::string kind = v.engine ? "Engine" : "Wagon";
+    std::string xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
+    xml += "<cBlueprintLoader xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" d:version=\"1.0\">\r\n";
+    xml += "\t<Blueprint>\r\n\t\t<c" + kind + "Blueprint>\r\n";
+    xml += Text("\t\t\t", "Name", v.name);
+    xml += "\t\t\t<BrowseInformation>\r\n\t\t\t\t<iBrowseableBlueprint-cBrowseInformation>\r\n";
+    xml += "\t\t\t\t\t<DisplayName>\r\n\t\t\t\t\t\t<Localisation-cUserLocalisedString>\r\n";
+    xml += Text("\t\t\t\t\t\t\t", "English", v.name) + Text("\t\t\t\t\t\t\t", "French", "");
+    xml += "\t\t\t\t\t\t</Localisation-cUserLocalisedString>\r\n\t\t\t\t\t</DisplayName>\r\n";
+    xml += "\t\t\t\t</iBrowseableBlueprint-cBrowseInformation>\r\n\t\t\t</BrowseInformation>\r\n";
+    xml += "\t\t\t<RailVehicleComponent>\r\n\t\t\t\t<c" + kind + "ComponentBlueprint>\r\n";
+    xml += Float("\t\t\t\t\t", "Mass", v.engine ? "105" : "21.5");
+    if (v.engine) {
+        xml += Text("\t\t\t\t\t", "StopgoRemapper", "Default_Stopgo");
+        xml += Text("\t\t\t\t\t", "IntermediateRemapper", "Default_Intermediate");
+        xml += Text("\t\t\t\t\t", "ExpertRemapper", "Default_Expert");
+    }
+    xml += Text("\t\t\t\t\t", "BogieAudioControlName", v.bogieAudio);
+    xml += "\t\t\t\t</c" + kind + "ComponentBlueprint>\r\n\t\t\t</RailVehicleComponent>\r\n";
+    if (v.engine) {
+        xml += "\t\t\t<EngineSimulationContainer>\r\n\t\t\t\t<cEngineSimContainerBlueprint>\r\n";
+        xml += "\t\t\t\t\t<EngineSimFile>\r\n\t\t\t\t\t\t<iBlueprintLibrary-cAbsoluteBlueprintID>\r\n";
+        xml += "\t\t\t\t\t\t\t<BlueprintSetID>\r\n\t\t\t\t\t\t\t\t<iBlueprintLibrary-cBlueprintSetID>\r\n";
+        xml += Text("\t\t\t\t\t\t\t\t\t", "Provider", "Kuju") + Text("\t\t\t\t\t\t\t\t\t", "Product", "RailSimulator");
+        xml += "\t\t\t\t\t\t\t\t</iBlueprintLibrary-cBlueprintSetID>\r\n\t\t\t\t\t\t\t</BlueprintSetID>\r\n";
+        xml += Text("\t\t\t\t\t\t\t", "BlueprintID", v.simulation);
+        xml += "\t\t\t\t\t\t</iBlueprintLibrary-cAbsoluteBlueprintID>\r\n\t\t\t\t\t</EngineSimFile>\r\n";
+        xml += "\t\t\t\t</cEngineSimContainerBlueprint>\r\n\t\t\t</EngineSimulationContainer>\r\n";
+        xml += "\t\t\t<ControlContainerComponent>\r\n\t\t\t\t<cControlContainerBlueprint>\r\n";
+        xml += "\t\t\t\t\t<ControlValues>\r\n";
+        for (const Control& c : v.controls) {
+            xml += "\t\t\t\t\t\t<cControlContainerBlueprint-cControlValue>\r\n";
+            xml += Text("\t\t\t\t\t\t\t", "ControlName", c.name);
+            if (!c.applyToConsist.empty()) xml += Text("\t\t\t\t\t\t\t", "ApplyToConsist", c.applyToConsist);
+            xml += Float("\t\t\t\t\t\t\t", "DefaultValue", "0") + Float("\t\t\t\t\t\t\t", "MinimumValue", "0");
+            xml += Float("\t\t\t\t\t\t\t", "MaximumValue", "1");
+            xml += "\t\t\t\t\t\t</cControlContainerBlueprint-cControlValue>\r\n";
+        }
+        xml += "\t\t\t\t\t</ControlValues>\r\n";
+        xml += "\t\t\t\t</cControlContainerBlueprint>\r\n\t\t\t</ControlContainerComponent>\r\n";
+    }
+    xml += "\t\t\t<ContainerComponent>\r\n\t\t\t\t<cEntityContainerBlueprint>\r\n";
+    if (v.children.empty()) {
+        xml += "\t\t\t\t\t<Children/>\r\n";
+    } else {
+        xml += "\t\t\t\t\t<Children>\r\n";
+        for (const Child& child : v.children) xml += ChildXml(child);
+        xml += "\t\t\t\t\t</Children>\r\n";
+    }
+    xml += "\t\t\t\t</cEntityContainerBlueprint>\r\n\t\t\t</ContainerComponent>\r\n";
+    if (!v.script.empty()) {
+        xml += "\t\t\t<ScriptComponent>\r\n\t\t\t\t<cScriptComponentBlueprint>\r\n";
+        xml += Text("\t\t\t\t\t", "Name", v.script);
+        xml += "\t\t\t\t</cScriptComponentBlueprint>\r\n\t\t\t</ScriptComponent>\r\n";
+    }
+    return xml + "\t\t</c" + kind + "Blueprint>\r\n\t</Blueprint>\r\n</cBlueprintLoader>\r\n";
 }
 
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods) {

@@ -14,17 +14,38 @@
 
 namespace ferrolund::assets::testing {
 
-// One child entry with its 16 matrix values.
+// One child entry with its 16 matrix values, Kuju\RailSimulator's `blueprint`
+// ("Particles\<name>.xml" when empty).
 struct Child {
     std::string name;
     std::vector<std::string> matrix;
+    std::string blueprint;
 };
+// The child's block, at the indentation of a child list.
+std::string ChildXml(const Child& child);
 std::vector<std::string> Upright(const std::string& x, const std::string& y, const std::string& z);
 std::vector<std::string> Tilted();
 
 // A wagon blueprint, CR LF ended. No children gives "<Children/>".
 std::string CoachXml(const std::string& name, const std::vector<Child>& children,
                      const std::string& geometry = "Prov\\Prod\\RailVehicles\\Coach\\[00]coach");
+// A rail vehicle with what its sounds and scripts hang on: the bogie's sound, the
+// remappers and controls of an engine, its simulation and script, its child entries.
+struct Control {
+    std::string name;
+    std::string applyToConsist;  // empty: the control has no such element
+};
+struct Vehicle {
+    bool engine = true;  // cEngineBlueprint; false: cWagonBlueprint
+    std::string name = "Class 37";
+    std::string bogieAudio = "Kuju\\RailSimulator\\Audio\\RailNetwork\\Bogies\\BG_Modern";
+    std::vector<Child> children;         // none gives "<Children/>"
+    std::vector<Control> controls;       // engines only
+    std::string simulation;              // engines: Kuju\RailSimulator's simulation blueprint
+    std::string script;                  // the ScriptComponent's Name; empty: no component
+};
+std::string VehicleXml(const Vehicle& vehicle);
+
 // A geometry whose LOD blocks hold these values.
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods);
 

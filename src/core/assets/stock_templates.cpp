@@ -1,0 +1,26 @@
+#include "assets/stock_templates.h"
+
+#include "tools/files.h"
+#include "tools/text_search.h"
+
+namespace ferrolund::assets {
+
+std::string StockTemplate(const app::AppContext& ctx, std::string_view name) {
+    return tools::ReadTextFile(ctx.appPath("Templates\\" + std::string(name)));
+}
+
+std::string MissingTemplateMessage(std::string_view name) {
+    return "Unable to convert files, the file\r\nTemplates\\" + std::string(name) + " is missing.";
+}
+
+std::string FillMarkers(std::string text, const Markers& markers) {
+    for (const auto& [marker, value] : markers) tools::ReplaceAll(text, marker, value, tools::CaseRule::Exact);
+    return text;
+}
+
+std::string_view WithoutLastLineEnd(std::string_view text) {
+    while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.remove_suffix(1);
+    return text;
+}
+
+}  // namespace ferrolund::assets
