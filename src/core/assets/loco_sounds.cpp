@@ -6,7 +6,8 @@
 #include "assets/sound_text.h"
 #include "assets/stock_templates.h"
 #include "tools/numbers.h"
-#include "tools/text_search.h"
+#include "tools/tags.h"
+#include "tools/text_replace.h"
 
 namespace ferrolund::assets {
 

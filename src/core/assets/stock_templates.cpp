@@ -1,7 +1,7 @@
 #include "assets/stock_templates.h"
 
 #include "tools/files.h"
-#include "tools/text_search.h"
+#include "tools/text_replace.h"
 
 namespace ferrolund::assets {
 

@@ -122,17 +122,6 @@ std::string_view TrimBlanks(std::string_view text) {
     return text.substr(first, last - first + 1);
 }
 
-long ReplaceAll(std::string& text, std::string_view find, std::string_view by, CaseRule rule) {
-    if (find.empty()) return 0;
-    long count = 0;
-    for (long at = InStr(1, text, find, rule); at > 0;
-         at = InStr(at + static_cast<long>(by.size()), text, find, rule)) {
-        text.replace(static_cast<std::size_t>(at - 1), find.size(), by);
-        ++count;
-    }
-    return count;
-}
-
 bool WildcardMatch(std::string_view mask, std::string_view name) {
     std::size_t m = 0;
     std::size_t n = 0;

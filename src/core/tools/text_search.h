@@ -24,11 +24,6 @@ inline long InStr(std::string_view text, std::string_view find, CaseRule rule = 
 long InStrRev(std::string_view text, std::string_view find, long start = -1,
               CaseRule rule = CaseRule::Ignore);
 
-// Replaces every `find` by `by`, searching on behind each replacement, so a replacement
-// that holds `find` is not replaced again. Gives how many were replaced; an empty `find`
-// replaces nothing.
-long ReplaceAll(std::string& text, std::string_view find, std::string_view by, CaseRule rule = CaseRule::Ignore);
-
 // Characters from the 1-based `start`, at most `length` of them (-1 for all the rest).
 // Out-of-range arguments give what overlaps the text, possibly nothing.
 std::string_view Mid(std::string_view text, long start, long length = -1);

@@ -300,7 +300,9 @@ void frmAssets::buildMenus() {
                            Entry{"mnuCategory", 528, "Change Category"}, Entry{"mnuInScene", 529, "Use in Scenarios"},
                            Entry{"mnuChangeName", 530, "Change Name"},
                            Entry{"mnuCNLK", 531, "Change Loco Name/Localized/Key"},
-                           Entry{"mnuEnglish", 532, "Make English Only"}}) {
+                           Entry{"mnuEnglish", 532, "Make English Only"},
+                           Entry{"mnuLocoScript", 0, "Add Loco Script (Diesel)"},
+                           Entry{"mnuWagScript", 0, "Add Wagon Script"}}) {
         addAction(edit, e.name, e.lang, e.fallback, editCommand(e.name));
     }
     auto* check = new QMenu(ToQt(lang(488, "Check Assets")), this);
@@ -322,11 +324,23 @@ void frmAssets::buildMenus() {
     }
     auto* sounds = new QMenu("Update Sounds", this);
     sounds->setObjectName("mnuSounds");
+    // Freight wagons, coaches, any bogie, then the diesel classes; a null name is a separator.
     for (const Entry& e : {Entry{"mnuNewWag", 0, "New Wagon Sounds"}, Entry{"mnuOldH", 0, "Old heavy wagons"},
                            Entry{"mnuOHR", 0, "Old Heavy Rattly"}, Entry{"mnuCntrFlats", 0, "Container Flats"},
-                           Entry{"mnu4WW", 0, "4 Wheel Wagons"}}) {
-        addAction(sounds, e.name, e.lang, e.fallback, {});
+                           Entry{"mnu4WW", 0, "4 Wheel Wagons"}, Entry{nullptr, 0, nullptr},
+                           Entry{"mnuMK1", 0, "Add MK1 && Mk2a/b/c Coach Sounds"},
+                           Entry{"mnuMK2", 0, "Add Mk2d/e/f (air cond) Coach Sounds"},
+                           Entry{"mnuMK3", 0, "Add Mk3 Coach Sounds"}, Entry{"mnuApp", 0, "Add Appropriate Coach Sounds"},
+                           Entry{nullptr, 0, nullptr}, Entry{"mnuBacn", 0, "Change BogieAudioControlName"},
+                           Entry{nullptr, 0, nullptr}, Entry{"mnuSnd37", 0, "Class 37 Sounds"},
+                           Entry{"mnuCL47", 0, "Class 47 Sounds"}, Entry{"mnuHST", 0, "Class 43/HST Sounds"}}) {
+        if (!e.name) {
+            sounds->addSeparator();
+            continue;
+        }
+        addAction(sounds, e.name, e.lang, e.fallback, soundCommand(e.name));
     }
+    action("mnuApp")->setToolTip("Mk3 Coach Packs as appropriate");
 }
 
 void ShowAssets(app::AppContext& ctx, QWidget* parent) {

@@ -185,7 +185,7 @@ void frmAssets::packageMissingAssets() {
 std::function<void()> frmAssets::editCommand(const std::string& name) {
     if (name == "mnuChangeName") return [this] { changeName(); };
     if (name == "mnuLod") return [this] { changeLods(); };
-    return {};
+    return soundCommand(name);
 }
 
 std::function<void()> frmAssets::checkCommand(const std::string& name) {

@@ -161,6 +161,11 @@ Game::Game() {
     ctx.lang.parse(tools::ReadTextFile(std::string(FERROLUND_SOURCE_DIR) + "/data/Language/Lang_English.txt"));
 }
 
+void Game::useTemplates() {
+    fs::copy(fs::path(FERROLUND_SOURCE_DIR) / "data" / "Templates", folder.path() / "app" / "Templates",
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+}
+
 fs::path Game::onDisk(const std::string& relative) const {
     std::string path = relative;
     for (char& c : path)

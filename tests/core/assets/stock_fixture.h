@@ -20,6 +20,8 @@ struct Child {
     std::string name;
     std::vector<std::string> matrix;
     std::string blueprint;
+    Child(std::string childName, std::vector<std::string> values, std::string blueprintId = {})
+        : name(std::move(childName)), matrix(std::move(values)), blueprint(std::move(blueprintId)) {}
 };
 // The child's block, at the indentation of a child list.
 std::string ChildXml(const Child& child);
@@ -66,6 +68,8 @@ struct Game {
     AssetRow row(const std::string& provider, const std::string& product, const std::string& path,
                  const std::string& name = "Old Coach") const;
     void okToWarning() { ui.answers.push_back(base::Answer::Ok); }
+    // Puts the program's shipped templates in its Templates folder.
+    void useTemplates();
 };
 
 }  // namespace ferrolund::assets::testing

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "tools/codepage.h"
+#include "tools/text_replace.h"
 
 namespace ferrolund::tools {
 namespace {
@@ -112,6 +113,29 @@ TEST(Mid, OutOfRangeArgumentsGiveTheOverlap) {
     EXPECT_EQ(Mid("abcdef", 7), "");
     EXPECT_EQ(Mid("abcdef", 0, 2), "ab");
     EXPECT_EQ(Mid("abcdef", 2, 0), "");
+}
+
+TEST(ReplaceAll, EveryOccurrenceOnceAndNeverInsideTheReplacement) {
+    struct Case {
+        std::string text, find, by;
+        CaseRule rule;
+        std::string expected;
+        long count;
+    };
+    const Case cases[] = {
+        {"a-b-c", "-", "--", CaseRule::Ignore, "a--b--c", 2},            // the replacement holds the text
+        {"MTU MTU MTU", "MTU MTU", "MTU", CaseRule::Ignore, "MTU MTU", 1},  // searched on behind the replacement
+        {"BG_Modern bg_modern", "BG_MODERN", "X", CaseRule::Ignore, "X X", 2},
+        {"BG_Modern bg_modern", "bg_modern", "X", CaseRule::Exact, "BG_Modern X", 1},
+        {"\xC9t\xE9 \xE9t\xE9", "\xE9T\xE9", "summer", CaseRule::Ignore, "summer summer", 2},
+        {"abc", "", "x", CaseRule::Ignore, "abc", 0},
+        {"abc", "abc", "", CaseRule::Ignore, "", 1},
+    };
+    for (const Case& c : cases) {
+        std::string text = c.text;
+        EXPECT_EQ(ReplaceAll(text, c.find, c.by, c.rule), c.count) << c.text;
+        EXPECT_EQ(text, c.expected) << c.text;
+    }
 }
 
 TEST(TrimBlanks, OnlySpacesGo) {
