@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <pugixml.hpp>
 
+#include "core/sample/sample_fixture.h"
 #include "serz/codec.h"
 #include "stock_fixture.h"
 #include "support/locked_folder.h"
@@ -158,6 +159,24 @@ TEST(AddLocoScript, AmbiguousExhaustsSkipTheRow) {
     EXPECT_EQ(out.rows[0].reason, "Unable to modify file as Exhaust names ambiguous.");
     EXPECT_EQ(game.bytesOf(game.loco), before);
     EXPECT_EQ(game.bytesOf(game.locoScript), "-- the loco's old script");
+}
+
+// The sample's diesel, with one exhaust and no scripts on disk yet.
+TEST(AddLocoScript, TheSampleDieselGetsTheOneExhaustScript) {
+    Game game;
+    game.useTemplates();
+    const std::string folder = "Ostvale\\NorthernLines\\RailVehicles\\Diesel\\Class58\\";
+    const std::string loco = folder + "Engine\\Class58.bin";
+    for (const std::string& file : {loco, folder + "Simulation\\Class58Sim.bin"})
+        game.putFile(file, sample::OnDisk(sample::SampleRoot(), "Assets\\" + file));
+    game.okToWarning();
+    const TransformOutcome out =
+        AddLocoScript(game.ctx, {game.row("Ostvale", "NorthernLines", "RailVehicles\\Diesel\\Class58\\Engine\\Class58.bin")});
+    ASSERT_EQ(out.rows.size(), 1u);
+    ASSERT_EQ(out.rows[0].reason, "") << out.report;
+    const LocoScriptTemplates t = ReadLocoScriptTemplates(game.ctx);
+    EXPECT_EQ(game.bytesOf(folder + "Engine\\class58.lua"), EngineScript(t, {"Exhaust"}));
+    EXPECT_EQ(game.bytesOf(folder + "Simulation\\EngineScript.lua"), Shipped("DefaultAudio.lua"));
 }
 
 TEST(AddWagonScriptText, NamesTheScriptOrAddsTheComponent) {

@@ -283,6 +283,34 @@ TEST(TransformFrame, ANewNameIsWrittenBesideTheOriginal) {
     EXPECT_EQ(Siblings(coach), (std::vector<fs::path>{"Coach.bin", "Coach_X.bin", "Coach_X.bin.bak"}));
 }
 
+// Companions follow the written file, each with its own back-up; one that cannot be
+// written is told in the report and takes nothing else with it.
+TEST(TransformFrame, CompanionFilesFollowTheFileWithTheirOwnBackups) {
+    Game game;
+    game.put(kCoachFile, CoachXml("Old Coach", {}));
+    const fs::path script = game.folder.write("game/Assets/Prov/Prod/RailVehicles/Wägen/coach.lua", "old");
+    const std::string present = game.gameRoot() + "\\Assets\\Prov\\Prod\\RailVehicles\\Wägen\\coach.lua";
+    const std::string unreachable = game.gameRoot() + "\\Assets\\Nowhere\\x.lua";
+    TransformCommand command = AddChild();
+    const Transform add = command.transform;
+    command.transform = [&](app::AppContext& ctx, TransformRow& row, std::string_view text) {
+        TransformResult result = add(ctx, row, text);
+        result.companions = {{unreachable, "lost", {}}, {present, "new", "Script.lua"}};
+        return result;
+    };
+    game.okToWarning();
+    const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, command);
+    ASSERT_EQ(out.rows.size(), 1u);
+    EXPECT_FALSE(out.rows[0].written.empty());
+    EXPECT_EQ(out.rows[0].companions, std::vector<std::string>{present});
+    EXPECT_EQ(game.bytesOf("Prov\\Prod\\RailVehicles\\Wägen\\coach.lua"), "new");
+    EXPECT_EQ(game.bytesOf("Prov\\Prod\\RailVehicles\\Wägen\\coach.lua.bak"), "old");
+    EXPECT_TRUE(fs::exists(game.folder.path() / "app" / "TempFiles" / "Script.lua"));
+    EXPECT_NE(out.report.find("Requested changes have been made.  " + unreachable + " could not be written: "),
+              std::string::npos)
+        << out.report;
+}
+
 TEST(SameXmlContent, LayoutAndTheConvertersNumberFormsDoNotCount) {
     const std::string base = "<a><m d:type=\"sFloat32\" d:alt_encoding=\"0\" d:precision=\"string\">2000.0000</m>"
                              "<s d:type=\"cDeltaString\">x y</s><v d:numElements=\"2\" d:elementType=\"sFloat32\">1 2</v></a>";
