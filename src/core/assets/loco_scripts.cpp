@@ -161,7 +161,8 @@ TransformResult AddWagonScriptText(std::string_view text, std::string_view templ
         if (tools::TrimBlanks(templateText).empty()) {
             return TransformResult::Skip(Verdict::Unfit, MissingTemplateMessage(kWagonScriptTemplate));
         }
-        out.insert(line, std::string(WithoutLastLineEnd(FillMarkers(std::string(templateText), {{"aaaaaa", newId}}))) + "\r\n");
+        const std::string component = FillMarkers(std::string(templateText), {{"aaaaaa", newId}});
+        out.insert(line, std::string(WithoutLastLineEnd(component)) + "\r\n");
         return TransformResult::Changed(std::move(out));
     }
     return TransformResult::Skip(Verdict::Unfit, "This item is not a wagon whose child entries close its blueprint.");

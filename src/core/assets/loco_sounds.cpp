@@ -95,7 +95,8 @@ TransformResult UpdateClassSounds(std::string_view text, DieselClass which, cons
     if (InStr(text, s.engineSound) == 0) {
         return TransformResult::Skip(Verdict::Unfit, "This Loco does not use the " + std::string(s.engineSound) + ".");
     }
-    for (const auto& [name, body] : {std::pair{s.childTemplate, &templates.child}, std::pair{s.bellTemplate, &templates.bell}}) {
+    for (const auto& [name, body] :
+         {std::pair{s.childTemplate, &templates.child}, std::pair{s.bellTemplate, &templates.bell}}) {
         if (tools::TrimBlanks(*body).empty()) return TransformResult::Skip(Verdict::Unfit, MissingTemplateMessage(name));
     }
     std::string out(text);
@@ -177,7 +178,9 @@ TransformOutcome HstSounds(app::AppContext& ctx, const std::vector<AssetRow>& se
                              [controls](app::AppContext& c, TransformRow&, std::string_view text) {
                                  TransformResult result = UpdateHstSounds(text, *controls);
                                  // The only row it cannot do is one that needs the missing template.
-                                 if (result.verdict == Verdict::Unfit && c.ui) c.ui->message(result.reason, base::Icon::Exclamation);
+                                 if (result.verdict == Verdict::Unfit && c.ui) {
+                                     c.ui->message(result.reason, base::Icon::Exclamation);
+                                 }
                                  return result;
                              });
     command.prepare = [controls](app::AppContext& c, const std::vector<AssetRow>&) {

@@ -57,7 +57,9 @@ TransformResult UpdateWagonSound(std::string_view text, const WagonSoundSettings
     std::string out(text);
     if (choice.addBogieAudio) {
         const std::optional<std::string> bogie = BogieAudio(out);
-        if (bogie && tools::TrimBlanks(*bogie).empty()) SetBogieAudio(out, std::string(kBogieSoundBase) + std::string(settings.bogie));
+        if (bogie && tools::TrimBlanks(*bogie).empty()) {
+            SetBogieAudio(out, std::string(kBogieSoundBase) + std::string(settings.bogie));
+        }
     }
     if (choice.addWagonSound) {
         if (const long empty = InStr(out, "<Children/>"); empty > 0) {
@@ -108,8 +110,8 @@ TransformResult UpdateCoachSound(std::string_view text, const CoachSoundSettings
     if (settings.link.empty()) {
         const std::optional<std::string> bogie = BogieAudio(out);
         if (!bogie || InStr(*bogie, "BG_Modern") == 0) {
-            return TransformResult::Skip(Verdict::Unfit,
-                                         std::string(name) + " was not using the BG_Modern audio files. No change was made to it.");
+            return TransformResult::Skip(
+                Verdict::Unfit, std::string(name) + " was not using the BG_Modern audio files. No change was made to it.");
         }
         SetBogieAudio(out, settings.bogieAudio);
         return Outcome(text, std::move(out), "This coach already uses " + std::string(settings.bogieAudio) + ".");

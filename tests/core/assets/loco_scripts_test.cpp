@@ -9,7 +9,6 @@
 #include "serz/codec.h"
 #include "stock_fixture.h"
 #include "support/locked_folder.h"
-#include "tools/files.h"
 
 namespace ferrolund::assets {
 namespace {
@@ -17,14 +16,11 @@ namespace {
 namespace fs = std::filesystem;
 using testing::Child;
 using testing::Game;
+using testing::ShippedTemplate;
 using testing::Upright;
 using testing::Vehicle;
 using testing::VehicleXml;
 using Verdict = TransformResult::Verdict;
-
-std::string Shipped(const std::string& name) {
-    return tools::ReadTextFile(std::string(FERROLUND_SOURCE_DIR) + "/data/Templates/" + name);
-}
 
 std::vector<Child> Children(const std::vector<std::pair<std::string, std::string>>& named) {
     std::vector<Child> children;
@@ -57,8 +53,8 @@ TEST(FindExhausts, TwoAtMostAndNeverTheSameTwice) {
 }
 
 TEST(EngineScript, OneOrTwoExhaustsFillTheirTemplate) {
-    const LocoScriptTemplates t{Shipped("locoScript1.txt"), Shipped("EngScript1.lua"), Shipped("EngScript2.lua"),
-                                Shipped("DefaultAudio.lua")};
+    const LocoScriptTemplates t{ShippedTemplate("locoScript1.txt"), ShippedTemplate("EngScript1.lua"),
+                                ShippedTemplate("EngScript2.lua"), ShippedTemplate("DefaultAudio.lua")};
     const std::string one = EngineScript(t, {"Exhaust"});
     EXPECT_NE(one.find("Call(\"Exhaust:SetEmitterActive\", 1)"), std::string::npos);
     const std::string two = EngineScript(t, {"Auspuff vorn", "Auspuff hinten"});
@@ -122,7 +118,7 @@ TEST(AddLocoScript, GivesTheControlsTheScriptsAndKeepsTheOldScripts) {
     const LocoScriptTemplates t = ReadLocoScriptTemplates(game.ctx);
     EXPECT_EQ(game.bytesOf(game.locoScript), EngineScript(t, {"Exhaust1", "Exhaust2"}));
     EXPECT_EQ(game.bytesOf(game.locoScript + ".bak"), "-- the loco's old script");
-    EXPECT_EQ(game.bytesOf(game.simScript), Shipped("DefaultAudio.lua"));
+    EXPECT_EQ(game.bytesOf(game.simScript), ShippedTemplate("DefaultAudio.lua"));
     EXPECT_EQ(game.bytesOf(game.simScript + ".bak"), "-- the simulation's old script");
     EXPECT_TRUE(fs::exists(game.folder.path() / "app" / "TempFiles" / "EngScript2.lua"));
 }
@@ -176,11 +172,11 @@ TEST(AddLocoScript, TheSampleDieselGetsTheOneExhaustScript) {
     ASSERT_EQ(out.rows[0].reason, "") << out.report;
     const LocoScriptTemplates t = ReadLocoScriptTemplates(game.ctx);
     EXPECT_EQ(game.bytesOf(folder + "Engine\\class58.lua"), EngineScript(t, {"Exhaust"}));
-    EXPECT_EQ(game.bytesOf(folder + "Simulation\\EngineScript.lua"), Shipped("DefaultAudio.lua"));
+    EXPECT_EQ(game.bytesOf(folder + "Simulation\\EngineScript.lua"), ShippedTemplate("DefaultAudio.lua"));
 }
 
 TEST(AddWagonScriptText, NamesTheScriptOrAddsTheComponent) {
-    const std::string wagonScript = Shipped("WagScript1.txt");
+    const std::string wagonScript = ShippedTemplate("WagScript1.txt");
     Vehicle wagon;
     wagon.engine = false;
     wagon.children = Children({{"Wagon Sound", ""}});

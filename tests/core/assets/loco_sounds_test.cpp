@@ -7,7 +7,6 @@
 #include "assets/blueprint_splice.h"
 #include "serz/codec.h"
 #include "stock_fixture.h"
-#include "tools/files.h"
 
 namespace ferrolund::assets {
 namespace {
@@ -15,6 +14,7 @@ namespace {
 using testing::Child;
 using testing::Control;
 using testing::Game;
+using testing::ShippedTemplate;
 using testing::Upright;
 using testing::Vehicle;
 using testing::VehicleXml;
@@ -22,13 +22,9 @@ using Verdict = TransformResult::Verdict;
 
 const std::string kModern = "Kuju\\RailSimulator\\Audio\\RailNetwork\\Bogies\\BG_Modern";
 
-std::string Shipped(const std::string& name) {
-    return tools::ReadTextFile(std::string(FERROLUND_SOURCE_DIR) + "/data/Templates/" + name);
-}
-
 ClassSoundTemplates Templates(DieselClass which) {
     const auto names = ClassSoundTemplateNames(which);
-    return {Shipped(std::string(names[0])), Shipped(std::string(names[1]))};
+    return {ShippedTemplate(std::string(names[0])), ShippedTemplate(std::string(names[1]))};
 }
 
 bool Has(const std::string& text, const std::string& what) { return text.find(what) != std::string::npos; }
@@ -142,7 +138,8 @@ TEST(ClassSounds, LocosOfAnotherClassOrWithoutTheTemplatesAreLeftAlone) {
     const std::string c47 = VehicleXml(
         Diesel("Audio\\RailVehicles\\Diesel\\Class 47\\Class 47 Engine Sound.xml", "Audio\\Class 47 Horn Sound.xml"));
     EXPECT_EQ(UpdateClassSounds(c47, DieselClass::Class37, Templates(DieselClass::Class37)).verdict, Verdict::Unfit);
-    const TransformResult noTemplate = UpdateClassSounds(c47, DieselClass::Class47, {"", Shipped("BellControl.txt")});
+    const TransformResult noTemplate =
+        UpdateClassSounds(c47, DieselClass::Class47, {"", ShippedTemplate("BellControl.txt")});
     EXPECT_EQ(noTemplate.verdict, Verdict::Unfit);
     EXPECT_EQ(noTemplate.reason, "Unable to convert files, the file\r\nTemplates\\ChildAudio.txt is missing.");
 }
@@ -196,12 +193,12 @@ TEST(HstSounds, TheReplacementsOneByOne) {
 
 TEST(HstSounds, TheGuardsSignalFollowsTheLastControl) {
     const std::string xml = VehicleXml(Diesel("Audio\\RailVehicles\\Diesel\\HST\\Class 43 Engine Sound.xml", "Audio\\Horn.xml"));
-    const TransformResult r = UpdateHstSounds(xml, Shipped("HST_Controls.txt"));
+    const TransformResult r = UpdateHstSounds(xml, ShippedTemplate("HST_Controls.txt"));
     ASSERT_EQ(r.verdict, Verdict::Changed);
     std::string binary;
     ASSERT_FALSE(serz::XmlToBinary(r.text, binary));
     EXPECT_EQ(Parsed(r.text).controls(), (std::vector<std::string>{"Regulator", "Horn", "Reverser", "GuardSignal"}));
-    EXPECT_EQ(UpdateHstSounds(r.text, Shipped("HST_Controls.txt")).verdict, Verdict::Nothing);
+    EXPECT_EQ(UpdateHstSounds(r.text, ShippedTemplate("HST_Controls.txt")).verdict, Verdict::Nothing);
     const TransformResult missing = UpdateHstSounds(xml, "");
     EXPECT_EQ(missing.verdict, Verdict::Unfit);
     EXPECT_EQ(missing.reason, "Unable to convert files, the file\r\nTemplates\\HST_Controls.txt is missing.");

@@ -139,6 +139,10 @@ std::string VehicleXml(const Vehicle& v) {
     return xml + "\t\t</c" + kind + "Blueprint>\r\n\t</Blueprint>\r\n</cBlueprintLoader>\r\n";
 }
 
+std::string ShippedTemplate(const std::string& name) {
+    return tools::ReadTextFile(std::string(FERROLUND_SOURCE_DIR) + "/data/Templates/" + name);
+}
+
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods) {
     std::string xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
     xml += "<cHcRGeometry xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" d:version=\"1.0\" d:id=\"410000001\">\r\n";

@@ -48,6 +48,9 @@ struct Vehicle {
 };
 std::string VehicleXml(const Vehicle& vehicle);
 
+// The text of one of the program's shipped templates (data/Templates).
+std::string ShippedTemplate(const std::string& name);
+
 // A geometry whose LOD blocks hold these values.
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods);
 

@@ -7,7 +7,6 @@
 #include "assets/blueprint_splice.h"
 #include "serz/codec.h"
 #include "stock_fixture.h"
-#include "tools/files.h"
 
 namespace ferrolund::assets {
 namespace {
@@ -23,9 +22,7 @@ using Verdict = TransformResult::Verdict;
 const std::string kGeneric = "Audio\\RailVehicles\\Wagons\\Wagon Generic Sound.xml";
 const std::string kBogies = "Kuju\\RailSimulator\\Audio\\RailNetwork\\Bogies\\";
 
-std::string Template() {
-    return tools::ReadTextFile(std::string(FERROLUND_SOURCE_DIR) + "/data/Templates/WagonSounds.txt");
-}
+std::string Template() { return testing::ShippedTemplate("WagonSounds.txt"); }
 
 bool Has(const std::string& text, const std::string& what) { return text.find(what) != std::string::npos; }
 
