@@ -236,10 +236,12 @@ TransformResult SetUsAirBrakes(std::string_view text, std::string_view airTempla
     const long control = InStr(text, ">TrainBrakeControl<");
     const long lever =
         control == 0 ? 0 : InStr(control, text, "<cControlContainerBlueprint-cInteriorIrregularNotchedLever");
-    const long close = lever == 0 ? 0 : InStr(lever, text, "</InterfaceElements>");
-    const long open = lever == 0 ? 0 : InStrRev(text, "<InterfaceElements>", lever);
     // The lever must be the train brake's own: inside the block that follows its name.
-    if (close == 0 || open == 0 || open < control) return TransformResult::Skip(Verdict::Unfit, std::string(kNoNotchedLever));
+    const long close = control == 0 ? 0 : InStr(control, text, "</InterfaceElements>");
+    const long open = lever == 0 ? 0 : InStrRev(text, "<InterfaceElements>", lever);
+    if (lever == 0 || close == 0 || lever > close || open < control) {
+        return TransformResult::Skip(Verdict::Unfit, std::string(kNoNotchedLever));
+    }
     std::string animation;
     long pos = lever;
     tools::GetDetail(text, pos, "AnimationName", animation);

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "assets/blueprint_splice.h"
+#include "core/sample/sample_fixture.h"
 #include "serz/codec.h"
 #include "stock_fixture.h"
 #include "support/locked_folder.h"
@@ -34,6 +35,11 @@ std::string Value(const std::string& xml, const std::string& tag, long from = 1)
     long pos = from;
     tools::GetDetail(xml, pos, tag, value);
     return value;
+}
+
+// The BlueprintID of the first blueprint reference from `from` on.
+std::string ReferenceId(const std::string& xml, long from) {
+    return Value(xml, "BlueprintID", tools::InStr(from, xml, "<BlueprintID d:"));
 }
 
 bool Compiles(const std::string& xml) {
@@ -109,7 +115,7 @@ TEST_P(CabOcclusions, AreAddedOnceWithTheFilesTheyNeed) {
     const long shadow = FindNamedChild(xml, digits() + "CabShadow").start;
     EXPECT_EQ(Value(xml, "Provider", shadow), "Br\xC3\xBC" "ckner");
     EXPECT_EQ(Value(xml, "Product", shadow), "Diesels");
-    EXPECT_EQ(Value(xml, "BlueprintID", shadow),
+    EXPECT_EQ(ReferenceId(xml, shadow),
               "RailVehicles\\Diesel\\Class" + digits() + "\\Engine\\" + digits() + "CabShadow.xml");
     const long occlusion = FindNamedChild(xml, digits() + "CabOcclusion").start;
     EXPECT_EQ(Value(xml, "Product", occlusion), digits() + "Occ");
@@ -248,6 +254,19 @@ TEST(AddWheelSlip, NoBogieSelectedSaysSoAndAsksNothingElse) {
     EXPECT_EQ(game.ui.texts().back(), "H\\S\\Engine\\Merlin.bin  This item is not a bogie: the walk ends here.");
     EXPECT_EQ(game.ui.texts().size(), 2u);
     EXPECT_EQ(game.bytesOf("H\\S\\Engine\\Merlin.bin"), before);
+}
+
+TEST(AddWheelSlip, TheSamplesFrontBogieLosesItsDrive) {
+    const fs::path root = sample::SampleRoot();
+    Game game;
+    const std::string bogie = "RailVehicles\\Steam\\Merlin\\Bogies\\FrontBogie.bin";
+    game.putFile("Hartwell\\SteamHeritage\\" + bogie, sample::OnDisk(root, "Assets\\Hartwell\\SteamHeritage\\" + bogie));
+    EXPECT_EQ(Value(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eTrue");
+    game.okToWarning();
+    const TransformOutcome out = AddWheelSlip(game.ctx, {game.row("Hartwell", "SteamHeritage", bogie)});
+    ASSERT_EQ(out.rows.size(), 1u);
+    EXPECT_EQ(out.rows[0].reason, "");
+    EXPECT_EQ(Value(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eFalse");
 }
 
 // --- US air brakes ---
