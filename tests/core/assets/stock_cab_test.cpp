@@ -6,11 +6,8 @@
 
 #include "assets/blueprint_splice.h"
 #include "core/sample/sample_fixture.h"
-#include "serz/codec.h"
-#include "stock_fixture.h"
+#include "fitting_fixture.h"
 #include "support/locked_folder.h"
-#include "tools/files.h"
-#include "tools/tags.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::assets {
@@ -18,34 +15,14 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::CoachXml;
+using testing::Compiles;
+using testing::InstallTemplate;
+using testing::ReferenceId;
+using testing::ShippedTemplate;
+using testing::TagValue;
 using testing::Game;
 using testing::Upright;
 using Verdict = TransformResult::Verdict;
-
-std::string ShippedTemplate(const std::string& name) {
-    return tools::ReadTextFile(std::string(FERROLUND_SOURCE_DIR) + "/data/Templates/" + name);
-}
-
-void InstallTemplate(Game& game, const std::string& name) {
-    game.folder.write("app/Templates/" + name, ShippedTemplate(name));
-}
-
-std::string Value(const std::string& xml, const std::string& tag, long from = 1) {
-    std::string value;
-    long pos = from;
-    tools::GetDetail(xml, pos, tag, value);
-    return value;
-}
-
-// The BlueprintID of the first blueprint reference from `from` on.
-std::string ReferenceId(const std::string& xml, long from) {
-    return Value(xml, "BlueprintID", tools::InStr(from, xml, "<BlueprintID d:"));
-}
-
-bool Compiles(const std::string& xml) {
-    std::string binary;
-    return !serz::XmlToBinary(xml, binary);
-}
 
 std::size_t FilesIn(const fs::path& folder) {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
@@ -113,12 +90,12 @@ TEST_P(CabOcclusions, AreAddedOnceWithTheFilesTheyNeed) {
     const std::string xml = game.xmlOf(locoFile());
     EXPECT_EQ(ChildNames(xml), (std::vector<std::string>{"Exhaust", digits() + "CabShadow", digits() + "CabOcclusion"}));
     const long shadow = FindNamedChild(xml, digits() + "CabShadow").start;
-    EXPECT_EQ(Value(xml, "Provider", shadow), "Br\xC3\xBC" "ckner");
-    EXPECT_EQ(Value(xml, "Product", shadow), "Diesels");
+    EXPECT_EQ(TagValue(xml, "Provider", shadow), "Br\xC3\xBC" "ckner");
+    EXPECT_EQ(TagValue(xml, "Product", shadow), "Diesels");
     EXPECT_EQ(ReferenceId(xml, shadow),
               "RailVehicles\\Diesel\\Class" + digits() + "\\Engine\\" + digits() + "CabShadow.xml");
     const long occlusion = FindNamedChild(xml, digits() + "CabOcclusion").start;
-    EXPECT_EQ(Value(xml, "Product", occlusion), digits() + "Occ");
+    EXPECT_EQ(TagValue(xml, "Product", occlusion), digits() + "Occ");
     // Two new nine-digit ids, different from each other.
     const std::string a = xml.substr(static_cast<std::size_t>(shadow - 1), 60);
     const std::string b = xml.substr(static_cast<std::size_t>(occlusion - 1), 60);
@@ -234,7 +211,7 @@ TEST(AddWheelSlip, WorksOnBogiesUntilARowIsNone) {
     ASSERT_EQ(out.rows.size(), 2u);
     EXPECT_EQ(out.rows[0].reason, "");
     EXPECT_EQ(out.rows[1].reason, "Cancelled.");
-    EXPECT_EQ(Value(game.xmlOf("H\\S\\" + front), "Powered"), "eFalse");
+    EXPECT_EQ(TagValue(game.xmlOf("H\\S\\" + front), "Powered"), "eFalse");
     EXPECT_EQ(game.bytesOf("H\\S\\" + rear), rearBefore);
     EXPECT_EQ(game.bytesOf("H\\S\\" + last), lastBefore);
     EXPECT_NE(out.report.find("H\\S\\" + loco + "  This item is not a bogie: the walk ends here.\r\n"), std::string::npos);
@@ -261,12 +238,12 @@ TEST(AddWheelSlip, TheSamplesFrontBogieLosesItsDrive) {
     Game game;
     const std::string bogie = "RailVehicles\\Steam\\Merlin\\Bogies\\FrontBogie.bin";
     game.putFile("Hartwell\\SteamHeritage\\" + bogie, sample::OnDisk(root, "Assets\\Hartwell\\SteamHeritage\\" + bogie));
-    EXPECT_EQ(Value(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eTrue");
+    EXPECT_EQ(TagValue(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eTrue");
     game.okToWarning();
     const TransformOutcome out = AddWheelSlip(game.ctx, {game.row("Hartwell", "SteamHeritage", bogie)});
     ASSERT_EQ(out.rows.size(), 1u);
     EXPECT_EQ(out.rows[0].reason, "");
-    EXPECT_EQ(Value(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eFalse");
+    EXPECT_EQ(TagValue(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eFalse");
 }
 
 // --- US air brakes ---
@@ -301,9 +278,9 @@ TEST(SetUsAirBrakes, ReplacesTheTrainBrakeHandle) {
     ASSERT_EQ(changed.verdict, Verdict::Changed);
     EXPECT_TRUE(Compiles(changed.text));
     const long brake = tools::InStr(changed.text, ">TrainBrakeControl<");
-    EXPECT_EQ(Value(changed.text, "AnimationName", brake), "AutoBrake");
-    EXPECT_EQ(Value(changed.text, "Name", brake), "Release");
-    EXPECT_EQ(Value(changed.text, "AnimationName", tools::InStr(changed.text, ">Regulator<")), "Throttle");
+    EXPECT_EQ(TagValue(changed.text, "AnimationName", brake), "AutoBrake");
+    EXPECT_EQ(TagValue(changed.text, "Name", brake), "Release");
+    EXPECT_EQ(TagValue(changed.text, "AnimationName", tools::InStr(changed.text, ">Regulator<")), "Throttle");
     EXPECT_EQ(SetUsAirBrakes(changed.text, air).verdict, Verdict::Nothing);
 
     struct Case {
@@ -354,7 +331,7 @@ TEST(ChangeUsAirbrakes, ChangesTheInteriorTheLocoNames) {
     EXPECT_EQ(game.bytesOf("US\\Road\\RailVehicles\\Diesel\\GP38\\Engine\\GP38.bin"), loco);
     EXPECT_EQ(game.bytesOf("US\\Road\\Engine\\Linear.bin"), linear);
     EXPECT_TRUE(fs::exists(game.onDisk("US\\Road\\" + interior + ".bak")));
-    EXPECT_EQ(Value(game.xmlOf("US\\Road\\" + interior), "Name", tools::InStr(game.xmlOf("US\\Road\\" + interior), "<Notches")),
+    EXPECT_EQ(TagValue(game.xmlOf("US\\Road\\" + interior), "Name", tools::InStr(game.xmlOf("US\\Road\\" + interior), "<Notches")),
               "Release");
     const auto texts = game.ui.texts();
     EXPECT_EQ(texts.front(), "This option will modify airbrakes on US Diesels");

@@ -5,11 +5,8 @@
 #include <filesystem>
 
 #include "assets/blueprint_splice.h"
-#include "serz/codec.h"
-#include "stock_fixture.h"
+#include "fitting_fixture.h"
 #include "support/locked_folder.h"
-#include "tools/files.h"
-#include "tools/tags.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::assets {
@@ -17,6 +14,11 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::CoachXml;
+using testing::Compiles;
+using testing::InstallTemplate;
+using testing::ReferenceId;
+using testing::ShippedTemplate;
+using testing::TagValue;
 using testing::Game;
 using testing::Upright;
 using Verdict = TransformResult::Verdict;
@@ -24,28 +26,12 @@ using Verdict = TransformResult::Verdict;
 const std::string kLoco = "RailVehicles\\Diesel\\Class58\\Engine\\Class58.bin";
 const std::string kLocoFile = "Ostvale\\NorthernLines\\" + kLoco;
 
-std::string ShippedTemplate(const std::string& name) {
-    return tools::ReadTextFile(std::string(FERROLUND_SOURCE_DIR) + "/data/Templates/" + name);
-}
-
 // A game with the lamp models, the lighting folder and the shipped lamp templates.
 void InstallLights(Game& game) {
     game.put("Kuju\\RailSimulator\\Scenery\\Animated\\oillamp_white_drb.bin", CoachXml("Lamp", {}));
     game.put("Kuju\\RailSimulator\\Scenery\\Animated\\Zugschlusslaterne.bin", CoachXml("Tail lamp", {}));
     fs::create_directories(game.folder.path() / "app" / "Lumenfold" / "Assets");
-    for (const char* name : {"UKLights.txt", "UKCode.txt"}) game.folder.write(std::string("app/Templates/") + name, ShippedTemplate(name));
-}
-
-std::string Value(const std::string& xml, const std::string& tag, long from = 1) {
-    std::string value;
-    long pos = from;
-    tools::GetDetail(xml, pos, tag, value);
-    return value;
-}
-
-// The BlueprintID of the first blueprint reference from `from` on.
-std::string ReferenceId(const std::string& xml, long from) {
-    return Value(xml, "BlueprintID", tools::InStr(from, xml, "<BlueprintID d:"));
+    for (const char* name : {"UKLights.txt", "UKCode.txt"}) InstallTemplate(game, name);
 }
 
 // The 16 matrix values of a child entry.
@@ -54,7 +40,7 @@ std::vector<std::string> MatrixOf(const std::string& xml, const std::string& chi
     std::vector<std::string> values;
     if (!block) return values;
     const std::string text = xml.substr(static_cast<std::size_t>(block.start - 1), static_cast<std::size_t>(block.length));
-    for (long at = tools::InStr(text, "<e "); at > 0; at = tools::InStr(at + 1, text, "<e ")) values.push_back(Value(text, "e", at));
+    for (long at = tools::InStr(text, "<e "); at > 0; at = tools::InStr(at + 1, text, "<e ")) values.push_back(TagValue(text, "e", at));
     return values;
 }
 
@@ -141,11 +127,10 @@ TEST(AddLamps, EachTrainTypeLightsItsPlacesAndNamesTheItem) {
         EXPECT_EQ(ChildNames(result.text), expected) << kTrainTypes[type].caption;
         const std::string suffix = kTrainTypes[type].suffix;
         EXPECT_EQ(result.saveAs, "Class58" + suffix + ".bin");
-        EXPECT_EQ(Value(result.text, "Name"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
-        EXPECT_EQ(Value(result.text, "Spanish"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
-        EXPECT_EQ(Value(result.text, "Dutch"), "");  // five languages only
-        std::string binary;
-        EXPECT_FALSE(serz::XmlToBinary(result.text, binary)) << type;
+        EXPECT_EQ(TagValue(result.text, "Name"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
+        EXPECT_EQ(TagValue(result.text, "Spanish"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
+        EXPECT_EQ(TagValue(result.text, "Dutch"), "");  // five languages only
+        EXPECT_TRUE(Compiles(result.text)) << type;
     }
     const TransformResult top = AddLamps(loco, code, entry, LampKind::Head, 8, "Class58");
     EXPECT_EQ(MatrixOf(top.text, "HeadLamp4"),
@@ -163,10 +148,9 @@ TEST(AddLamps, AnEmptyChildListOrAMissingPositionAreHandled) {
     EXPECT_EQ(ChildNames(empty.text), std::vector<std::string>{"TailLamp"});
     EXPECT_EQ(tools::InStr(empty.text, "<Children/>"), 0);
     EXPECT_EQ(empty.saveAs, "");  // tail-lights change the item itself
-    EXPECT_EQ(Value(empty.text, "Name"), "Wagon");
+    EXPECT_EQ(TagValue(empty.text, "Name"), "Wagon");
     EXPECT_GT(tools::InStr(empty.text, "Zugschlusslaterne.xml"), 0);
-    std::string binary;
-    EXPECT_FALSE(serz::XmlToBinary(empty.text, binary));
+    EXPECT_TRUE(Compiles(empty.text));
 
     const LightTemplate noTop{"T", "P\\Q\\L.xml", {"0.75", "1.15", "9.72"}};
     const TransformResult missing = AddLamps(CoachXml("Loco", {}), code, noTop, LampKind::Head, 0, "Loco");
@@ -197,7 +181,7 @@ TEST(AddLights, SavesTheHeadcodeBesideTheOriginal) {
     EXPECT_EQ(game.bytesOf(kLocoFile), before);
     const std::string made = game.xmlOf("Ostvale\\NorthernLines\\RailVehicles\\Diesel\\Class58\\Engine\\Class58_XP-Pass.bin");
     EXPECT_EQ(ChildNames(made), (std::vector<std::string>{"HeadLamp2", "HeadLamp4", "Exhaust"}));
-    EXPECT_EQ(Value(made, "English"), "Ostvale Class 58_XP-Pass");
+    EXPECT_EQ(TagValue(made, "English"), "Ostvale Class 58_XP-Pass");
     EXPECT_EQ(MatrixOf(made, "HeadLamp2")[14], "9.72");  // as the converter prints it
     const long lamp = FindNamedChild(made, "HeadLamp4").start;
     EXPECT_EQ(ReferenceId(made, lamp), "Scenery\\Animated\\oillamp_white_drb.xml");

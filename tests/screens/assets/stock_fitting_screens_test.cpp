@@ -118,16 +118,22 @@ TEST(frmAssetsFittings, HeadLightsAskTheDialogAndSaveTheHeadcodeBeside) {
     screen.grid()->selectRows({index});
     f.ui.answers.push_back(base::Answer::Ok);
     bool asked = false;
-    QTimer::singleShot(0, [&] {
+    // The dialog comes up once the warning is answered: look for it until it is there.
+    QTimer poll;
+    poll.setInterval(10);
+    QObject::connect(&poll, &QTimer::timeout, [&] {
         auto* dialog = qobject_cast<dlgHead*>(QApplication::activeModalWidget());
         if (!dialog) return;
+        poll.stop();
         asked = true;
+        testing::Screenshot(*dialog, "dlgHead_asked");
         EXPECT_EQ(dialog->templateList()->count(), 1);
         EXPECT_EQ(dialog->findChild<QLabel*>("lblItem")->text(), "Ostvale Class 58");
         dialog->templateList()->setCurrentRow(0);
         dialog->trainTypeList()->setCurrentRow(4);  // Thru Freight: lamps 1 and 3
         OkOf(*dialog)->click();
     });
+    poll.start();
     screen.action("mnuHead")->trigger();
     QApplication::processEvents();
     EXPECT_TRUE(asked);
