@@ -21,7 +21,7 @@ dlgTail::dlgTail(const std::string& itemName, const std::vector<assets::LightTem
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
-    ok->setEnabled(false);
+    ok->setEnabled(choice().has_value());
     resize(420, 300);
 }
 

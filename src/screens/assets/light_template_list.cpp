@@ -22,6 +22,7 @@ QListWidget* AddLightTemplateList(QVBoxLayout* layout, const std::string& itemNa
         auto* item = new QListWidgetItem(ToQt(entry.name), list);
         item->setToolTip(ToQt(entry.blueprint));
     }
+    if (list->count() == 1) list->setCurrentRow(0);  // the only one there is
     label->setBuddy(list);
     layout->addWidget(name);
     layout->addWidget(label);

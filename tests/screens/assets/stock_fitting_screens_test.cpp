@@ -128,8 +128,9 @@ TEST(frmAssetsFittings, HeadLightsAskTheDialogAndSaveTheHeadcodeBeside) {
         asked = true;
         testing::Screenshot(*dialog, "dlgHead_asked");
         EXPECT_EQ(dialog->templateList()->count(), 1);
+        EXPECT_EQ(dialog->templateList()->selectedItems().size(), 1);  // the only template is chosen already
+        EXPECT_FALSE(OkOf(*dialog)->isEnabled());                      // the train type is not
         EXPECT_EQ(dialog->findChild<QLabel*>("lblItem")->text(), "Ostvale Class 58");
-        dialog->templateList()->setCurrentRow(0);
         dialog->trainTypeList()->setCurrentRow(4);  // Thru Freight: lamps 1 and 3
         OkOf(*dialog)->click();
     });
