@@ -209,26 +209,16 @@ TEST(AddLights, MissingLightFilesAreNamedAndNothingChanges) {
     EXPECT_EQ(game.bytesOf(kLocoFile), before);
 }
 
-TEST(AddLights, CancelOrNoInstalledModelWritesNothing) {
+TEST(AddLights, NoTemplateForAnInstalledModelEndsTheCommand) {
     Game game;
     InstallLights(game);
     game.put(kLocoFile, CoachXml("Loco", {}));
-    const std::string before = game.bytesOf(kLocoFile);
-    game.okToWarning();
-    const TransformOutcome cancelled =
-        AddLights(game.ctx, {game.row("Ostvale", "NorthernLines", kLoco)}, LampKind::Head,
-                  [](const AssetRow&, const std::vector<LightTemplate>&) { return std::optional<LightChoice>(); });
-    ASSERT_EQ(cancelled.rows.size(), 1u);
-    EXPECT_EQ(cancelled.rows[0].reason, "Cancelled.");
-    EXPECT_EQ(game.bytesOf(kLocoFile), before);
-    // No tail-light template suits a model installed here.
     game.okToWarning();
     EXPECT_FALSE(AddLights(game.ctx, {game.row("Ostvale", "NorthernLines", kLoco)}, LampKind::Tail,
                            [](const AssetRow&, const std::vector<LightTemplate>&) { return std::optional<LightChoice>(); })
                      .ran);
     EXPECT_EQ(game.ui.texts().back(), "There are no tail-light templates in " + game.ctx.appPath("Templates\\UKLights.txt") +
                                           " for a model that is installed.");
-    EXPECT_EQ(std::distance(fs::directory_iterator(game.onDisk(kLocoFile).parent_path()), fs::directory_iterator()), 1);
 }
 
 TEST(AddLights, ATailLampOnAReadOnlyWagonLosesNothing) {
