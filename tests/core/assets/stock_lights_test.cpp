@@ -227,25 +227,23 @@ TEST(AddLights, ATailLampOnAReadOnlyWagonLosesNothing) {
     const std::string wagon = "Ostvale\\NorthernLines\\RailVehicles\\Freight\\CoalHopper\\CoalHopper.bin";
     const fs::path file = game.put(wagon, CoachXml("Coal hopper", {}));
     const std::string before = game.bytesOf(wagon);
-    const LightAsk ask = [](const AssetRow&, const std::vector<LightTemplate>&) {
-        return std::optional<LightChoice>(LightChoice{0, 0});
+    const auto run = [&] {
+        game.okToWarning();
+        return AddLights(game.ctx, {game.row("Ostvale", "NorthernLines", "RailVehicles\\Freight\\CoalHopper\\CoalHopper.bin")},
+                         LampKind::Tail, [](const AssetRow&, const std::vector<LightTemplate>&) {
+                             return std::optional<LightChoice>(LightChoice{0, 0});
+                         });
     };
     {
         ferrolund::testing::LockedFolder lock(file.parent_path());
         if (!lock.locked()) GTEST_SKIP() << "the folder cannot be locked against this user";
-        game.okToWarning();
-        const TransformOutcome out =
-            AddLights(game.ctx, {game.row("Ostvale", "NorthernLines", "RailVehicles\\Freight\\CoalHopper\\CoalHopper.bin")},
-                      LampKind::Tail, ask);
+        const TransformOutcome out = run();
         ASSERT_EQ(out.rows.size(), 1u);
         EXPECT_NE(out.rows[0].reason, "");
         EXPECT_EQ(game.bytesOf(wagon), before);
     }
     EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), fs::directory_iterator()), 1);
-    game.okToWarning();
-    const TransformOutcome out =
-        AddLights(game.ctx, {game.row("Ostvale", "NorthernLines", "RailVehicles\\Freight\\CoalHopper\\CoalHopper.bin")},
-                  LampKind::Tail, ask);
+    const TransformOutcome out = run();
     ASSERT_EQ(out.rows.size(), 1u);
     EXPECT_EQ(out.rows[0].reason, "");
     EXPECT_EQ(game.bytesOf(wagon + ".bak"), before);
