@@ -5,8 +5,23 @@
 
 namespace ferrolund::assets {
 
+std::string StockTemplateFile(const app::AppContext& ctx, std::string_view name) {
+    return ctx.appPath("Templates\\" + std::string(name));
+}
+
 std::string StockTemplate(const app::AppContext& ctx, std::string_view name) {
-    return tools::ReadTextFile(ctx.appPath("Templates\\" + std::string(name)));
+    return tools::ReadTextFile(StockTemplateFile(ctx, name));
+}
+
+std::string ReadStockTemplate(app::AppContext& ctx, std::string_view name) {
+    std::string text = StockTemplate(ctx, name);
+    if (text.empty() && ctx.ui) {
+        ctx.ui->message("The template " + StockTemplateFile(ctx, name) +
+                            " is missing or empty.\r\nNothing has been changed; reinstall the program's Templates "
+                            "folder.",
+                        base::Icon::Exclamation);
+    }
+    return text;
 }
 
 std::string MissingTemplateMessage(std::string_view name) {
@@ -14,7 +29,7 @@ std::string MissingTemplateMessage(std::string_view name) {
 }
 
 std::string FillMarkers(std::string text, const Markers& markers) {
-    for (const auto& [marker, value] : markers) tools::ReplaceAll(text, marker, value, tools::CaseRule::Exact);
+    for (const auto& [marker, value] : markers) tools::ReplaceAll(text, marker, value, tools::CaseRule::Ignore);
     return text;
 }
 

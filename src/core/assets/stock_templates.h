@@ -1,7 +1,7 @@
 #pragma once
 // The program's own templates for rolling stock, Templates\<name> under AppRoot: text
 // spliced into a blueprint's XML (or written as a script) with its six-fold markers
-// ("aaaaaa", "bbbbbb", ...) filled in.
+// ("aaaaaa", "111111", "HeadLamp", ...) filled in.
 
 #include <string>
 #include <string_view>
@@ -12,13 +12,18 @@
 
 namespace ferrolund::assets {
 
+// AppRoot\Templates\<name>.
+std::string StockTemplateFile(const app::AppContext& ctx, std::string_view name);
 // The template's text as the file holds it; empty when it is missing.
 std::string StockTemplate(const app::AppContext& ctx, std::string_view name);
-
+// The same, after telling the person which file is missing or empty when it is.
+std::string ReadStockTemplate(app::AppContext& ctx, std::string_view name);
 // What the person is told when a template needed is missing or empty.
 std::string MissingTemplateMessage(std::string_view name);
 
-// The text with every marker replaced, in the order given, matching case exactly.
+// The text with every occurrence of each marker replaced, markers found without regard to
+// case and taken in the order given. A value is not searched again for its own marker;
+// later markers are looked for in it as in the rest of the text.
 using Markers = std::vector<std::pair<std::string_view, std::string>>;
 std::string FillMarkers(std::string text, const Markers& markers);
 

@@ -134,6 +134,14 @@ struct RowRun {
                 return out;
             }
         }
+        if (command.locate && tools::FileLength(file) >= 0) {
+            std::string reason;
+            file = command.locate(ctx, file, reason);
+            if (file.empty()) {
+                out.reason = reason;
+                return out;
+            }
+        }
         out.file = file;
         if (tools::FileLength(file) < 0) {
             out.reason = "The file " + file + " does not exist.";

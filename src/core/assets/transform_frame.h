@@ -80,6 +80,10 @@ struct TransformCommand {
     // Asks what the whole command needs, after the warning and before the first row;
     // false ends the command with nothing done.
     std::function<bool(app::AppContext& ctx, const std::vector<AssetRow>& rows)> prepare;
+    // Finds the file to change from the one the file kind gives (a blueprint that names
+    // another, such as a loco's cab interior). An empty answer leaves the row unwritten,
+    // with `reason` as the report's reason. Unset: the file kind's file is changed.
+    std::function<std::string(app::AppContext& ctx, const std::string& file, std::string& reason)> locate;
 
     TransformCommand(std::string routineName, TransformFile kind, Transform change)
         : routine(std::move(routineName)), file(kind), transform(std::move(change)) {}

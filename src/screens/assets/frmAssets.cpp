@@ -303,6 +303,14 @@ void frmAssets::buildMenus() {
                            Entry{"mnuEnglish", 532, "Make English Only"},
                            Entry{"mnuLocoScript", 0, "Add Loco Script (Diesel)"},
                            Entry{"mnuWagScript", 0, "Add Wagon Script"}}) {
+        if (std::string_view(e.name) == "mnuOcc") {
+            // One command for the cabs it knows, the class given by the entry.
+            QMenu* occlusions = edit->addMenu(ToQt(lang(e.lang, e.fallback)));
+            occlusions->setObjectName(e.name);
+            addAction(occlusions, "mnuAdd37", 0, "Add Class 37 Occlusions", editCommand("mnuAdd37"));
+            addAction(occlusions, "mnuAdd47", 0, "Add Class 47 Occlusions", editCommand("mnuAdd47"));
+            continue;
+        }
         addAction(edit, e.name, e.lang, e.fallback, editCommand(e.name));
     }
     auto* check = new QMenu(ToQt(lang(488, "Check Assets")), this);

@@ -13,6 +13,7 @@
 #include "assets/asset_row.h"
 #include "assets/asset_scan.h"
 #include "assets/file_check.h"
+#include "assets/stock_lights.h"
 #include "assets/transform_frame.h"
 
 class QAction;
@@ -65,6 +66,8 @@ public:
     void displayChildEntries();
     void removeChildEntries();
     void correctSmokeStack();
+    void addLights(assets::LampKind kind);
+    void addCabOcclusions(const std::string& classDigits);
     void checkFiles(assets::RowReport kind);
     void whereIsItUsed();
     void addLocoInformation();

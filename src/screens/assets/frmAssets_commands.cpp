@@ -10,11 +10,15 @@
 #include "assets/file_check.h"
 #include "assets/loco_information.h"
 #include "assets/missing_assets.h"
+#include "assets/stock_cab.h"
+#include "assets/stock_lights.h"
 #include "assets/stock_transforms.h"
 #include "assets/where_used.h"
 #include "screens/app/qt_text.h"
 #include "screens/assets/asset_grid.h"
 #include "screens/assets/dlgCoachName.h"
+#include "screens/assets/dlgHead.h"
+#include "screens/assets/dlgTail.h"
 #include "screens/assets/frmAssets.h"
 #include "screens/assets/picture_converter.h"
 #include "screens/services/frmReport.h"
@@ -105,6 +109,26 @@ void frmAssets::correctSmokeStack() {
     runTransform([this, &child](const auto& rows) { return assets::CorrectSmokeStack(ctx_, rows, child); });
 }
 
+void frmAssets::addLights(assets::LampKind kind) {
+    runTransform([this, kind](const auto& rows) {
+        return assets::AddLights(
+            ctx_, rows, kind,
+            [this, kind](const assets::AssetRow& r,
+                         const std::vector<assets::LightTemplate>& offered) -> std::optional<assets::LightChoice> {
+                if (kind == assets::LampKind::Head) {
+                    dlgHead dialog(r.name, offered, this);
+                    return dialog.exec() == QDialog::Accepted ? dialog.choice() : std::nullopt;
+                }
+                dlgTail dialog(r.name, offered, this);
+                return dialog.exec() == QDialog::Accepted ? dialog.choice() : std::nullopt;
+            });
+    });
+}
+
+void frmAssets::addCabOcclusions(const std::string& classDigits) {
+    runTransform([this, &classDigits](const auto& rows) { return assets::AddCabOcclusions(ctx_, rows, classDigits); });
+}
+
 void frmAssets::checkFiles(assets::RowReport kind) {
     const auto rows = selectedAssetRows();
     setRunning(true);
@@ -185,6 +209,16 @@ void frmAssets::packageMissingAssets() {
 std::function<void()> frmAssets::editCommand(const std::string& name) {
     if (name == "mnuChangeName") return [this] { changeName(); };
     if (name == "mnuLod") return [this] { changeLods(); };
+    if (name == "mnuHead") return [this] { addLights(assets::LampKind::Head); };
+    if (name == "mnuTail") return [this] { addLights(assets::LampKind::Tail); };
+    if (name == "mnuAdd37") return [this] { addCabOcclusions("37"); };
+    if (name == "mnuAdd47") return [this] { addCabOcclusions("47"); };
+    if (name == "mnuSlip") {
+        return [this] { runTransform([this](const auto& rows) { return assets::AddWheelSlip(ctx_, rows); }); };
+    }
+    if (name == "mnuUSAir") {
+        return [this] { runTransform([this](const auto& rows) { return assets::ChangeUsAirbrakes(ctx_, rows); }); };
+    }
     return soundCommand(name);
 }
 

@@ -309,6 +309,34 @@ TEST(TransformFrame, CompanionFilesFollowTheFileWithTheirOwnBackups) {
     EXPECT_NE(out.report.find("Requested changes have been made.  " + unreachable + " could not be written: "),
               std::string::npos)
         << out.report;
+
+TEST(TransformFrame, ALocatedFileIsChangedInPlaceOfTheRows) {
+    Game game;
+    game.put(kCoachFile, CoachXml("Loco", {}));
+    game.put("Prov\\Prod\\Cab\\Inside.bin", CoachXml("Inside", {}));
+    const std::string loco = game.bytesOf(kCoachFile);
+    TransformCommand command = AddChild();
+    std::vector<std::string> asked;
+    command.locate = [&](app::AppContext& ctx, const std::string& file, std::string& reason) -> std::string {
+        asked.push_back(file);
+        if (asked.size() == 2) {
+            reason = "no cab";
+            return {};
+        }
+        return ctx.gameRoot() + "\\Assets\\Prov\\Prod\\Cab\\Inside.bin";
+    };
+    game.okToWarning();
+    const auto out = RunTransform(game.ctx,
+                                  {game.row("Prov", "Prod", kCoach), game.row("Prov", "Prod", kCoach),
+                                   game.row("Prov", "Prod", "Gone.bin")},
+                                  command);
+    ASSERT_EQ(out.rows.size(), 3u);
+    EXPECT_EQ(out.rows[0].written, game.gameRoot() + "\\Assets\\Prov\\Prod\\Cab\\Inside.bin");
+    EXPECT_EQ(out.rows[1].reason, "no cab");
+    EXPECT_EQ(out.rows[2].reason, "The file " + game.gameRoot() + "\\Assets\\Prov\\Prod\\Gone.bin does not exist.");
+    EXPECT_EQ(asked.size(), 2u);  // a missing blueprint names nothing
+    EXPECT_EQ(game.bytesOf(kCoachFile), loco);
+    EXPECT_EQ(ChildNames(game.xmlOf("Prov\\Prod\\Cab\\Inside.bin")), std::vector<std::string>{"Added"});
 }
 
 TEST(SameXmlContent, LayoutAndTheConvertersNumberFormsDoNotCount) {
