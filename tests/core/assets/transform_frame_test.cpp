@@ -309,6 +309,7 @@ TEST(TransformFrame, CompanionFilesFollowTheFileWithTheirOwnBackups) {
     EXPECT_NE(out.report.find("Requested changes have been made.  " + unreachable + " could not be written: "),
               std::string::npos)
         << out.report;
+}
 
 TEST(TransformFrame, ALocatedFileIsChangedInPlaceOfTheRows) {
     Game game;
