@@ -67,6 +67,8 @@ public:
     void correctSmokeStack();
     void checkFiles(assets::RowReport kind);
     void whereIsItUsed();
+    // "Display Physics": the physics screen for the first selected row.
+    void displayPhysics();
     void addLocoInformation();
     void processMissingAssets();
     void packageMissingAssets();
