@@ -42,6 +42,8 @@ void ReadTripleValues(std::string_view text, long at, long end, std::string (&va
     }
 }
 
+bool IsSection(const GridTag& tag) { return tag.kind == RowKind::Heading || tag.kind == RowKind::Block; }
+
 struct Reader {
     std::string_view text;
     std::span<const GridTag> tags;
@@ -55,6 +57,17 @@ struct Reader {
         std::size_t end = i + 1;
         while (end < to && tags[end].level > tags[i].level) ++end;
         return end;
+    }
+
+    // A value that stands between sections ends where the next listed section of the
+    // text begins: one the file lacks is then an empty row, and the search for it does
+    // not run on into a later section's value of the same name.
+    long NextSection(std::size_t i, std::size_t to, long bound) const {
+        for (std::size_t j = i + 1; j < to; ++j) {
+            if (tags[j].level != tags[i].level || !IsSection(tags[j])) continue;
+            if (const long at = FindElement(text, pos, tags[j].tag, bound)) return at;
+        }
+        return bound;
     }
 
     void Value(const GridTag& tag, long bound) {
@@ -100,10 +113,10 @@ struct Reader {
     void Range(std::size_t from, std::size_t to, long bound) {
         for (std::size_t i = from; i < to;) {
             const std::size_t end = OwnEnd(i, to);
-            if (tags[i].kind == RowKind::Heading || tags[i].kind == RowKind::Block) {
+            if (IsSection(tags[i])) {
                 Section(i, end, bound);
             } else {
-                Value(tags[i], bound);
+                Value(tags[i], NextSection(i, to, bound));
             }
             i = end;
         }

@@ -160,6 +160,9 @@ void frmPhysics::cellChanged(PhysicsGrid which, QTableWidgetItem* item) {
     std::vector<simdata::GridRow>& rows = doc_.file(which).rows;
     if (index >= rows.size() || rows[index].heading()) return;
     const simdata::EditOutcome outcome = simdata::EditPhysics(doc_, which, index, FromQt(item->text()));
+    // A new reference to the simulation file is the one the lower grid reads from now on.
+    if (outcome.changed && rows[index].item == "EngineSimulationContainer")
+        doc_.simulation.path = simdata::SimulationFile(doc_.blueprint.text, ctx_.gameRoot());
     filling_ = true;
     // The cell shows what the text now holds: the new value, or the old one after a refusal.
     item->setText(ToQt(simdata::ShownData(rows[index].data)));
