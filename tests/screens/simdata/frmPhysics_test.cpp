@@ -165,6 +165,7 @@ TEST(frmPhysics, TheAssetListOpensItForTheFirstSelectedRow) {
     simdata::testing::PutLocomotives(game);
     frmAssets list(game.ctx);
     list.button("cmdAdd")->click();
+    game.ui.shown.clear();  // "Selected items have been added to the grid."
     auto rowEnding = [&](const std::string& end) {
         for (std::size_t i = 0; i < list.grid()->grid().rowCount(); ++i)
             if (list.row(i).path.ends_with(end)) return i;
