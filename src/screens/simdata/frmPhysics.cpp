@@ -108,7 +108,7 @@ QTableWidget* frmPhysics::makeGrid(const char* name, PhysicsGrid which) {
     // The header string "<Item", "<Data", "<Key": left-aligned columns, the key hidden.
     grid->setHorizontalHeaderLabels({"Item", "Data", "Key"});
     grid->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    grid->setColumnWidth(kItemColumn, 3000 / kTwipsPerPixel);
+    grid->setColumnWidth(kItemColumn, 4200 / kTwipsPerPixel);
     grid->horizontalHeader()->setSectionResizeMode(kDataColumn, QHeaderView::Stretch);
     grid->setColumnHidden(kKeyColumn, true);
     grid->verticalHeader()->hide();

@@ -153,7 +153,7 @@ TEST(frmPhysics, ASteamLocomotiveAsItIsSeen) {
     EXPECT_FALSE(p.screen->button("Command6")->isHidden());
     p.screen->button("Command6")->click();
     EXPECT_EQ(FromQt(p.data(PhysicsGrid::Simulation, "NumCylinders")->text()), "3");
-    EXPECT_EQ(FromQt(p.data(PhysicsGrid::Simulation, "MaxForce", 1)->text()), "40");
+    EXPECT_EQ(FromQt(p.data(PhysicsGrid::Simulation, "MaxForce", 2)->text()), "40");  // the safety valve's
     p.screen->resize(760, 900);
     p.screen->show();
     QApplication::processEvents();
@@ -163,6 +163,14 @@ TEST(frmPhysics, ASteamLocomotiveAsItIsSeen) {
 TEST(frmPhysics, TheAssetListOpensItForTheFirstSelectedRow) {
     assets::testing::Game game;
     simdata::testing::PutLocomotives(game);
+    using simdata::testing::S;
+    game.put("P\\Q\\Scenery\\Schuppen.bin",
+             simdata::testing::Wrap("cSceneryBlueprint",
+                                    "<BrowseInformation><iBrowseableBlueprint-cBrowseInformation><DisplayName>"
+                                    "<Localisation-cUserLocalisedString>" + S("English", "Schuppen") +
+                                        "</Localisation-cUserLocalisedString></DisplayName>"
+                                        "</iBrowseableBlueprint-cBrowseInformation></BrowseInformation>" +
+                                        S("Category", "eHouses")));
     frmAssets list(game.ctx);
     list.button("cmdAdd")->click();
     game.ui.shown.clear();  // "Selected items have been added to the grid."
@@ -171,9 +179,11 @@ TEST(frmPhysics, TheAssetListOpensItForTheFirstSelectedRow) {
             if (list.row(i).path.ends_with(end)) return i;
         return std::size_t(-1);
     };
-    const std::size_t sim = rowEnding("BR218Sim.bin");
+    const std::size_t sim = rowEnding("Schuppen.bin");  // no rail vehicle
     const std::size_t loco = rowEnding("BR218.bin");
-    ASSERT_NE(sim, std::size_t(-1));
+    std::string listed;
+    for (std::size_t i = 0; i < list.grid()->grid().rowCount(); ++i) listed += list.row(i).path + " ";
+    ASSERT_NE(sim, std::size_t(-1)) << listed;
     ASSERT_NE(loco, std::size_t(-1));
 
     list.action("mnuPhysics")->trigger();  // nothing selected
