@@ -15,6 +15,7 @@
 #include "cli/verb_assets.h"
 #include "cli/verb_check.h"
 #include "cli/verb_make_sample.h"
+#include "cli/verb_physics.h"
 #include "cli/verb_routes.h"
 #include "cli/verb_scenarios.h"
 #include "cli/verb_scenario_details.h"
@@ -108,6 +109,10 @@ const std::vector<Verb>& Verbs() {
          "put the pixels of DDS back into the texture TGPCDX (the old file kept as a back-up), using\n"
          "      the side file beside DDS", DdsToTexVerb},
         {"dds-info", "dds-info FILE...", "show the format, size and mip-map count of .dds files", DdsInfoVerb},
+        {"physics", "physics BLUEPRINT",
+         "show the physics of a rail vehicle (its blueprint: a file, or a path below the simulator's Assets)\n"
+         "      as the Display Physics screen's two grids: item<TAB>value lines under each section's head",
+         PhysicsVerb},
     };
     return verbs;
 }

@@ -105,12 +105,8 @@ struct RowRun {
 
     // Compiles the text and reads the result back; the compiled file, or empty.
     std::string compile(const std::string& outBase, const std::string& text) {
-        const std::string xml = temp + "\\" + outBase + ".xml";
         const std::string made = temp + "\\" + outBase + ".bin";
-        if (!tools::WriteTextFile(ctx, xml, text)) return {};
-        if (tools::SerzConvert(ctx, xml, made, tools::SerzDirection::ToBinary)) return {};
-        std::string back;
-        if (tools::SerzReadXml(ctx, made, back) || back.empty() || !SameXmlContent(text, back)) return {};
+        if (tools::SerzCompileText(ctx, text, temp + "\\" + outBase + ".xml", made)) return {};
         return made;
     }
 

@@ -16,7 +16,6 @@
 #include "tools/text_repair.h"
 #include "tools/text_search.h"
 #include "tools/vb_format.h"
-#include "tools/xml_compare.h"
 
 namespace ferrolund::scenarios {
 
@@ -321,16 +320,8 @@ SaveOutcome SaveScenario(app::AppContext& ctx, const std::string& folder, const 
         out.error = Fail("The scenario in " + folder + " has no Scenario.bin or ScenarioProperties.xml to replace.");
         return out;
     }
-    if (!tools::WriteTextFile(ctx, xml, scenarioXml)) {
-        out.error = Fail("Could not write " + xml + unchanged);
-        return out;
-    }
-    std::string back;
-    base::Status compiled = tools::SerzConvert(ctx, xml, made, tools::SerzDirection::ToBinary);
-    if (!compiled) compiled = tools::SerzReadXml(ctx, made, back);
-    if (compiled || back.empty() || (back != scenarioXml && !tools::SameXmlContent(scenarioXml, back))) {
-        std::string reason = compiled ? "\r\n" + compiled->description : std::string();
-        out.error = Fail("Serz.exe was unable to recompress the Scenario.xml file." + reason + unchanged);
+    if (base::Status compiled = tools::SerzCompileText(ctx, scenarioXml, xml, made)) {
+        out.error = Fail("Serz.exe was unable to recompress the Scenario.xml file.\r\n" + compiled->description + unchanged);
         return out;
     }
     if (!tools::WriteTextFile(ctx, properties, propertiesXml + "\r\n")) {

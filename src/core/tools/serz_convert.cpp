@@ -9,6 +9,7 @@
 #include "tools/files.h"
 #include "tools/host_path.h"
 #include "tools/tool_runner.h"
+#include "tools/xml_compare.h"
 
 namespace ferrolund::tools {
 
@@ -90,6 +91,18 @@ base::Status SerzReadXml(base::RunContext& ctx, const std::string& source, std::
     } catch (const std::exception& e) {
         return ConversionFailed(e.what());
     }
+}
+
+base::Status SerzCompileText(base::RunContext& ctx, const std::string& text, const std::string& xmlPath,
+                            const std::string& binPath) {
+    if (!WriteTextFile(ctx, xmlPath, text)) return ConversionFailed("Could not write " + xmlPath);
+    base::Status status = SerzConvert(ctx, xmlPath, binPath, SerzDirection::ToBinary);
+    std::string back;
+    if (!status) status = SerzReadXml(ctx, binPath, back);
+    if (!status && (back.empty() || (back != text && !SameXmlContent(text, back))))
+        status = ConversionFailed("The converter did not give back what " + xmlPath + " says");
+    if (status) RemoveTarget(binPath);
+    return status;
 }
 
 }  // namespace ferrolund::tools

@@ -34,4 +34,11 @@ bool SerzOutside();
 // the built-in codec (through a scratch file in TempFiles with an outside one).
 base::Status SerzReadXml(base::RunContext& ctx, const std::string& source, std::string& xml);
 
+// How a command that rewrites a game file makes its successor: writes `text` to
+// `xmlPath`, has the converter make `binPath` of it and reads that back. The binary
+// stands only when it says what the text says; otherwise the failure is given back and no
+// binary is left, so nothing can be replaced by a broken file.
+base::Status SerzCompileText(base::RunContext& ctx, const std::string& text, const std::string& xmlPath,
+                            const std::string& binPath);
+
 }  // namespace ferrolund::tools

@@ -32,15 +32,14 @@ struct Located {
 Located Locate(std::string_view text, long pos, std::string_view tag, const TagOptions& options,
                bool allowEmptyElement) {
     const long from = std::max(pos, 1L);
-    if (options.emptyElementTest && allowEmptyElement) {
-        const long empty = InStr(from, text, Join("<", tag, "/>"), options.caseRule);
-        if (empty > 0) {
-            const long slash = empty + 1 + static_cast<long>(tag.size());
-            return {Located::EmptyElement, slash + 1, slash};
-        }
-    }
     const long open = InStr(from, text, Join("<", tag), options.caseRule);
     if (open == 0) return {};
+    if (options.emptyElementTest && allowEmptyElement) {
+        // The nearest occurrence decides: "<tag/>" there is an empty value, and one further
+        // on does not hide an element with a value that comes first.
+        const long slash = open + 1 + static_cast<long>(tag.size());
+        if (Mid(text, slash, 2) == "/>") return {Located::EmptyElement, slash + 1, slash};
+    }
     const long gt = InStr(open, text, ">", options.caseRule);
     if (gt == 0) return {Located::Broken};
     const long close = InStr(gt, text, Join("</", tag), options.caseRule);

@@ -27,7 +27,7 @@ struct TagOptions {
     bool movePosition = true;
     CaseRule caseRule = CaseRule::Ignore;
     MissingTag missing = MissingTag::KeepValue;
-    // Look for the empty element "<tag/>" first; a hit reads as an empty value and
+    // An occurrence written as the empty element "<tag/>" reads as an empty value and
     // leaves `pos` on its "/>". Used by the physics grids; PutDetail ignores it.
     bool emptyElementTest = false;
     // PutDetail writes the value with blanks trimmed from both ends.

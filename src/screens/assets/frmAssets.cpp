@@ -321,6 +321,8 @@ void frmAssets::buildMenus() {
                            Entry{"mnuLoft", 493, "Show files used by Lofts"}, Entry{"mnuwhere", 494, "Where is it used?"}}) {
         addAction(check, e.name, e.lang, e.fallback, checkCommand(e.name));
     }
+    check->addSeparator();
+    addAction(check, "mnuPhysics", 0, "Display Physics", [this] { displayPhysics(); });
     auto* clone = new QMenu("Clone", this);
     clone->setObjectName("mnuClone");
     for (const Entry& e : {Entry{"mnuCloneAsset", 533, "Clone selected Asset"},

@@ -70,6 +70,8 @@ public:
     void addCabOcclusions(const std::string& classDigits);
     void checkFiles(assets::RowReport kind);
     void whereIsItUsed();
+    // "Display Physics": the physics screen for the first selected row.
+    void displayPhysics();
     void addLocoInformation();
     void processMissingAssets();
     void packageMissingAssets();

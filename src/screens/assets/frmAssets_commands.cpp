@@ -22,6 +22,7 @@
 #include "screens/assets/frmAssets.h"
 #include "screens/assets/picture_converter.h"
 #include "screens/services/frmReport.h"
+#include "screens/simdata/frmPhysics.h"
 #include "tools/text_repair.h"
 
 namespace ferrolund::screens {
@@ -148,6 +149,20 @@ void frmAssets::whereIsItUsed() {
     const assets::WhereUsedOutcome outcome = assets::WhereIsItUsed(ctx_, rows);
     setRunning(false);
     ShowReport(ctx_, this, lang(494, "Where is it used?"), outcome.report);
+}
+
+void frmAssets::displayPhysics() {
+    const std::vector<std::size_t> indices = selectedRows();
+    if (indices.empty()) {
+        if (ctx_.ui) ctx_.ui->message(lang(466), base::Icon::Exclamation);
+        return;
+    }
+    const assets::AssetRow first = row(indices.front());
+    if (first.provider.empty() || first.path.empty()) {
+        if (ctx_.ui) ctx_.ui->message("This row names no blueprint, so it has no physics to show.", base::Icon::Exclamation);
+        return;
+    }
+    ShowPhysics(ctx_, this, assets::RowFile(ctx_, first));
 }
 
 void frmAssets::saveStockIndex() {

@@ -38,6 +38,7 @@ TEST(GetDetail, Table) {
         {"position left alone", "<T>v</T>", 1, "T", kBlueprintTagOptions, "v", 1},
         {"missing, position left alone", "<A>1</A>", 3, "B", kBlueprintTagOptions, "old", 3},
         {"empty element first", "<M/><M>5</M>", 1, "M", kPhysicsTagOptions, "", 3},
+        {"a later empty element hides nothing", "<M>5</M><M/>", 1, "M", kPhysicsTagOptions, "5", 5},
         {"empty element not tested", "<M/><M>5</M>", 1, "M", {}, "<M>5", 9},
         {"no closing tag", "<Name>abc", 1, "Name", {}, "old", 0, true},
         {"no '>' at all", "<Name", 1, "Name", {}, "old", 0, true},
