@@ -296,6 +296,10 @@ SaveResult WriteConsistTemplates(app::AppContext& ctx, const std::string& xml) {
 }
 
 SaveResult SaveConsistTemplates(app::AppContext& ctx, const TemplateFile& file) {
+    if (file.rows.empty()) {
+        ctx.ui->message(kNothingToSaveMessage, base::Icon::Exclamation);
+        return {};
+    }
     TemplateTexts texts;
     if (base::Status failed = ReadTemplateTexts(ctx, texts)) {
         ctx.ui->message(std::string(kNotWrittenMessage) + "\n\n" + failed->description, base::Icon::Exclamation);

@@ -26,6 +26,8 @@ inline constexpr const char* kInvalidFileMessage = "This Consist Template file a
 inline constexpr const char* kNotWrittenMessage =
     "Your new ConsistTemplate.bin file was not written.\nNo changes have been made to the original.";
 inline constexpr const char* kReadyMessage = "Your new ConsistTemplate.bin file is now ready for use.";
+// A file without consists could not be opened again: an empty grid is not saved.
+inline constexpr const char* kNothingToSaveMessage = "There are no consists to save, so the file has not been changed.";
 inline constexpr const char* kSuppressQuestion =
     "Do you wish to suppress 'Missing item' error messages\nwhile this screen loads?";
 inline constexpr const char* kMissingStockMessage = "The following rolling-stock listed in the consist is missing";
@@ -143,7 +145,8 @@ struct SaveResult {
 // is changed when any step fails.
 SaveResult WriteConsistTemplates(app::AppContext& ctx, const std::string& xml);
 
-// The builder's Save: the file's text from the rows, then WriteConsistTemplates.
+// The builder's Save: the file's text from the rows, then WriteConsistTemplates. Without
+// rows nothing is written.
 SaveResult SaveConsistTemplates(app::AppContext& ctx, const TemplateFile& file);
 
 }  // namespace ferrolund::consists
