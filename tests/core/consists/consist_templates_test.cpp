@@ -219,7 +219,7 @@ TEST(SaveConsistTemplates, AFileIsMadeWhereThereWasNone) {
     TemplateTexts texts;
     ASSERT_FALSE(ReadTemplateTexts(g.ctx, texts));
     TemplateFile file{NewHead(texts), {}};
-    AppendStock(file.rows, NewConsistIdentity("Empties"), {assets::AssetRow{"Ostvale", "NorthernLines", "RailVehicles\\Hopper.bin"}});
+    AppendStock(file.rows, NewConsistIdentity("Empties"), {assets::AssetRow::FromCells({"Ostvale", "NorthernLines", "RailVehicles\\Hopper.bin"})});
     EXPECT_TRUE(SaveConsistTemplates(g.ctx, file).written);
     const std::vector<TemplateRow> rows = ReadBack(g);
     ASSERT_EQ(rows.size(), 1u);
