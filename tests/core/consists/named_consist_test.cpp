@@ -38,7 +38,8 @@ TEST(NamedConsist, AScenarioConsistIsAddedBehindTheSavedOnes) {
     EXPECT_EQ(rows[1].name, "Voyager – 4 car");
     EXPECT_EQ(rows[1].provider, "JustTrains");
     EXPECT_EQ(rows[1].blueprintId, "railvehicles\\diesel\\220\\default\\engine\\a25_locomotive_220_dmf.xml");
-    EXPECT_EQ(rows[3].flipped, "1");
+    EXPECT_EQ(rows[3].flipped, "0");
+    EXPECT_EQ(rows[4].flipped, "1");
     EXPECT_EQ(rows[1].key, rows[4].key);
     EXPECT_NE(rows[1].entryId, rows[2].entryId);
 }
