@@ -11,7 +11,10 @@
 #include <filesystem>
 #include <memory>
 
+#include "app/startup.h"
 #include "core/consists/consist_fixture.h"
+#include "screens/app/frmEditor.h"
+#include "screens/app/qt_ui.h"
 #include "screens/app/screen_fixture.h"
 #include "screens/consists/dlgConGen.h"
 
@@ -141,6 +144,24 @@ TEST(frmConsistBuilder, AGeneratedConsistIsSavedAndTheScreenCloses) {
     EXPECT_FALSE(screen->isVisible());
     EXPECT_TRUE(fs::exists(f.root.path() / "RW/Content/ConsistTemplates.bak"));
     screen.release();  // deleted on close
+}
+
+TEST(frmConsistBuilder, TheMainMenuOpensIt) {
+    testing::ScreenFixture f;
+    QtUi qtUi;
+    frmEditor window{f.ctx, qtUi};
+    f.ctx.ui = &f.ui;  // messages go to the scripted Ui
+    app::StartOptions options;
+    options.discoverGameRoot = [] { return std::string("/games/RailWorks"); };
+    app::StartUp(f.ctx, window, options);
+    f.ui.shown.clear();
+    ASSERT_TRUE(window.menuAction("mnuBuildCon")->isEnabled());
+    EXPECT_EQ(window.menuAction("mnuBuildCon")->text(), "Build or Edit Consists");
+    f.ui.answers = {base::Answer::No, base::Answer::No};
+    EXPECT_TRUE(window.runMenuCommand("mnuBuildCon"));
+    EXPECT_EQ(f.ui.texts(), (std::vector<std::string>{
+                                "Do you wish to suppress 'Missing item' error messages\nwhile this screen loads?",
+                                "You currently don't have any saved consists.\nDo you wish to create some?"}));
 }
 
 }  // namespace
