@@ -40,6 +40,7 @@ struct BuilderScreen : testing::ScreenFixture {
         const Vehicle loco{"Ostvale", "NorthernLines", "RailVehicles\\Class58\\Class58.xml", "0", "300000001"};
         const Vehicle hopper{"Ostvale", "NorthernLines", "RailVehicles\\Hopper\\Hopper.xml", "1", "300000002"};
         const Vehicle tram{"Müller", "Straßenbahn", "RailVehicles\\Vůz\\Vůz.xml", "0", "300000003"};
+        fs::create_directories(root.path() / "RW/Content");
         const fs::path source = root.write("source.xml", TemplatesXml({{"Coal &amp; coke", {loco, hopper, hopper}},
                                                                        {"Straßenbahn č. 5", {tram, tram}, "200000002"}}));
         EXPECT_FALSE(tools::SerzConvert(ctx, source.string(), file().string(), tools::SerzDirection::ToBinary));
