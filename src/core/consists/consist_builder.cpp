@@ -101,6 +101,17 @@ std::vector<assets::AssetRow> ConsistBuilder::chosenStock(const std::vector<std:
     return out;
 }
 
+bool ConsistBuilder::placeAndStock(bool placed, const std::vector<std::size_t>& stockRows,
+                                   std::vector<assets::AssetRow>& chosen) {
+    if (!placed) {
+        Tell(ctx_, kNoPlaceMessage);
+        return false;
+    }
+    chosen = chosenStock(stockRows);
+    if (chosen.empty()) Tell(ctx_, kNoStockMessage);
+    return !chosen.empty();
+}
+
 bool ConsistBuilder::addSelectedStock(const std::vector<std::size_t>& stockRows) {
     const std::vector<assets::AssetRow> chosen = chosenStock(stockRows);
     if (chosen.empty()) {
@@ -117,15 +128,8 @@ bool ConsistBuilder::addSelectedStock(const std::vector<std::size_t>& stockRows)
 
 std::vector<std::size_t> ConsistBuilder::insertAfter(std::optional<std::size_t> row,
                                                      const std::vector<std::size_t>& stockRows, bool askTimes) {
-    if (!row || *row >= file_.rows.size()) {
-        Tell(ctx_, kNoPlaceMessage);
-        return {};
-    }
-    const std::vector<assets::AssetRow> chosen = chosenStock(stockRows);
-    if (chosen.empty()) {
-        Tell(ctx_, kNoStockMessage);
-        return {};
-    }
+    std::vector<assets::AssetRow> chosen;
+    if (!placeAndStock(row && *row < file_.rows.size(), stockRows, chosen)) return {};
     long times = 1;
     if (askTimes) {
         const std::optional<std::string> typed = ctx_.ui->input(kMultipleTitle, kMultiplePrompt, "");
@@ -138,15 +142,10 @@ std::vector<std::size_t> ConsistBuilder::insertAfter(std::optional<std::size_t> 
 
 std::vector<std::size_t> ConsistBuilder::replaceItems(const std::vector<std::size_t>& selected,
                                                       const std::vector<std::size_t>& stockRows) {
-    if (std::none_of(selected.begin(), selected.end(), [this](std::size_t r) { return r < file_.rows.size(); })) {
-        Tell(ctx_, kNoPlaceMessage);
-        return {};
-    }
-    const std::vector<assets::AssetRow> chosen = chosenStock(stockRows);
-    if (chosen.empty()) {
-        Tell(ctx_, kNoStockMessage);
-        return {};
-    }
+    const bool placed =
+        std::any_of(selected.begin(), selected.end(), [this](std::size_t r) { return r < file_.rows.size(); });
+    std::vector<assets::AssetRow> chosen;
+    if (!placeAndStock(placed, stockRows, chosen)) return {};
     return ReplaceRows(file_.rows, selected, chosen);
 }
 

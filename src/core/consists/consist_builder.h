@@ -100,6 +100,9 @@ public:
 private:
     std::vector<assets::AssetRow> chosenStock(const std::vector<std::size_t>& stockRows) const;
     bool startConsist(const std::optional<std::string>& typed);
+    // Whether a place in the rows is chosen and stock to put there (then in `chosen`);
+    // tells what is missing.
+    bool placeAndStock(bool placed, const std::vector<std::size_t>& stockRows, std::vector<assets::AssetRow>& chosen);
 
     app::AppContext& ctx_;
     TemplateFile file_;
