@@ -14,6 +14,7 @@
 #include "cli/verb_ap.h"
 #include "cli/verb_assets.h"
 #include "cli/verb_check.h"
+#include "cli/verb_consists.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_physics.h"
 #include "cli/verb_routes.h"
@@ -108,6 +109,10 @@ const std::vector<Verb>& Verbs() {
         {"dds2tex", "dds2tex DDS TGPCDX",
          "put the pixels of DDS back into the texture TGPCDX (the old file kept as a back-up), using\n"
          "      the side file beside DDS", DdsToTexVerb},
+        {"consist-templates", "consist-templates [--missing]",
+         "list the saved consists of Content\\ConsistTemplates.bin: each consist's name and vehicles,\n"
+         "      those not installed marked \"missing\"; --missing lists only those, exit code 3 when there are some",
+         ConsistTemplatesVerb},
         {"dds-info", "dds-info FILE...", "show the format, size and mip-map count of .dds files", DdsInfoVerb},
         {"physics", "physics BLUEPRINT",
          "show the physics of a rail vehicle (its blueprint: a file, or a path below the simulator's Assets)\n"

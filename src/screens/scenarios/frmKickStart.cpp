@@ -126,6 +126,10 @@ frmKickStart::frmKickStart(app::AppContext& ctx, scenarios::ScenarioTexts texts,
         button->setEnabled(false);
         stockCommands->addWidget(button);
     }
+    auto* named = new QPushButton("Save as Named Consist", this);
+    named->setObjectName("cmdConsist");
+    connect(named, &QPushButton::clicked, this, &frmKickStart::saveNamedConsist);
+    stockCommands->addWidget(named);
 
     save_ = new QPushButton(ToQt(langText(560, "Save Changes to Scenario")), this);
     save_->setObjectName("Command1");

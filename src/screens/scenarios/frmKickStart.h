@@ -66,6 +66,8 @@ public:
     void runRailWorks();
     // The details window of the selected stock row, opened or brought up to date.
     void showStockDetails();
+    // cmdConsist: the selected consist added to the saved consists (frmKickStart_named.cpp).
+    void saveNamedConsist();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
