@@ -161,6 +161,16 @@ struct RowRun {
             if (ctx.ui) ctx.ui->message(out.reason, base::Icon::Exclamation);
             return out;
         }
+        std::string again;
+        if (!result.saveAs.empty() && result.recompileOriginal) {
+            again = compile(base, text);
+            if (again.empty()) {
+                out.row = selected;
+                out.reason = CompileFailedMessage(file);
+                if (ctx.ui) ctx.ui->message(out.reason, base::Icon::Exclamation);
+                return out;
+            }
+        }
         if (base::Status status = Replace(made, target, out.backup)) {
             ctx.report(*status, kModule);
             out.row = selected;
@@ -168,6 +178,13 @@ struct RowRun {
             return out;
         }
         out.written = target;
+        std::string originalBackup;
+        if (!again.empty()) {
+            if (base::Status status = Replace(again, file, originalBackup)) {
+                ctx.report(*status, kModule);
+                out.reason = status->description;
+            }
+        }
         if (!result.note.empty()) note = "  " + result.note;
         return out;
     }

@@ -44,6 +44,10 @@ struct TransformResult {
     // A file name (with extension) to write beside the original instead of replacing it;
     // the original's own name replaces it as usual.
     std::string saveAs;
+    // With saveAs: the original's own text is compiled as well and put back in its place
+    // by the back-up rule, so that both files come from the same converter. Nothing is
+    // put in place unless both compiled.
+    bool recompileOriginal = false;
     std::string note;  // for Changed: added to the report's line
 
     static TransformResult Changed(std::string text) {

@@ -13,6 +13,7 @@
 #include "assets/asset_row.h"
 #include "assets/asset_scan.h"
 #include "assets/file_check.h"
+#include "assets/stock_transforms.h"
 #include "assets/transform_frame.h"
 
 class QAction;
@@ -94,6 +95,12 @@ private:
     // is not part of this build.
     std::function<void()> editCommand(const std::string& name);
     std::function<void()> checkCommand(const std::string& name);
+    // The Edit menu's rolling-stock transforms that add, remove or set things.
+    std::function<void()> stockCommand(const std::string& name);
+    // The name dialog for a row, with `suffix` chosen first.
+    assets::SaveAsAsk coachNameAsk(const std::string& suffix);
+    void correctMassCapacity();
+    void makeBetterSnow();
 
     app::AppContext& ctx_;
     AssetGrid* grid_ = nullptr;

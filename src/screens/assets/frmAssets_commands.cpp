@@ -14,7 +14,6 @@
 #include "assets/where_used.h"
 #include "screens/app/qt_text.h"
 #include "screens/assets/asset_grid.h"
-#include "screens/assets/dlgCoachName.h"
 #include "screens/assets/frmAssets.h"
 #include "screens/assets/picture_converter.h"
 #include "screens/services/frmReport.h"
@@ -87,13 +86,7 @@ std::vector<std::string> frmAssets::chosenChildren() const {
 void frmAssets::removeChildEntries() {
     const std::vector<std::string> chosen = chosenChildren();
     runTransform([this, &chosen](const auto& rows) {
-        return assets::RemoveChildEntries(
-            ctx_, rows, chosen,
-            [this](const assets::AssetRow& r, const std::string& base) -> std::optional<assets::SaveAsChoice> {
-                dlgCoachName dialog(ctx_, base, r.name, "_ND", this);
-                if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-                return assets::SaveAsChoice{dialog.fileName(), dialog.internalName()};
-            });
+        return assets::RemoveChildEntries(ctx_, rows, chosen, coachNameAsk("_ND"));
     });
     children_->hide();
     childrenTitle_->hide();
@@ -185,7 +178,7 @@ void frmAssets::packageMissingAssets() {
 std::function<void()> frmAssets::editCommand(const std::string& name) {
     if (name == "mnuChangeName") return [this] { changeName(); };
     if (name == "mnuLod") return [this] { changeLods(); };
-    return {};
+    return stockCommand(name);
 }
 
 std::function<void()> frmAssets::checkCommand(const std::string& name) {

@@ -145,4 +145,12 @@ AssetRow Game::row(const std::string& provider, const std::string& product, cons
     return r;
 }
 
+void Game::useTemplates(const std::vector<std::string>& names) {
+    const fs::path target = folder.path() / "app" / "Templates";
+    fs::create_directories(target);
+    for (const std::string& name : names)
+        fs::copy_file(fs::path(FERROLUND_SOURCE_DIR) / "data" / "Templates" / name, target / name,
+                      fs::copy_options::overwrite_existing);
+}
+
 }  // namespace ferrolund::assets::testing

@@ -45,6 +45,8 @@ struct Game {
     AssetRow row(const std::string& provider, const std::string& product, const std::string& path,
                  const std::string& name = "Old Coach") const;
     void okToWarning() { ui.answers.push_back(base::Answer::Ok); }
+    // Copies the program's own templates of these names into AppRoot\Templates.
+    void useTemplates(const std::vector<std::string>& names);
 };
 
 }  // namespace ferrolund::assets::testing

@@ -283,6 +283,28 @@ TEST(TransformFrame, ANewNameIsWrittenBesideTheOriginal) {
     EXPECT_EQ(Siblings(coach), (std::vector<fs::path>{"Coach.bin", "Coach_X.bin", "Coach_X.bin.bak"}));
 }
 
+TEST(TransformFrame, ANewNameCanHaveTheOriginalCompiledAgainBesideIt) {
+    Game game;
+    const fs::path coach = game.put(kCoachFile, CoachXml("Old Coach", {}));
+    const std::string before = game.bytesOf(kCoachFile);
+    TransformCommand command = AddChild();
+    const Transform add = command.transform;
+    command.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
+        TransformResult result = add(ctx, row, text);
+        result.saveAs = row.base + "_X.bin";
+        result.recompileOriginal = true;
+        return result;
+    };
+    game.okToWarning();
+    const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, command);
+    ASSERT_EQ(out.rows.size(), 1u);
+    EXPECT_EQ(out.rows[0].reason, "");
+    EXPECT_EQ(Siblings(coach), (std::vector<fs::path>{"Coach.bin", "Coach.bin.bak", "Coach_X.bin"}));
+    EXPECT_EQ(game.bytesOf(kCoachFile + ".bak"), before);
+    EXPECT_EQ(game.bytesOf(kCoachFile), before);  // a converter-written file compiles back byte for byte
+    EXPECT_EQ(ChildNames(game.xmlOf("Prov\\Prod\\RailVehicles\\Wägen\\Coach_X.bin")), std::vector<std::string>{"Added"});
+}
+
 TEST(SameXmlContent, LayoutAndTheConvertersNumberFormsDoNotCount) {
     const std::string base = "<a><m d:type=\"sFloat32\" d:alt_encoding=\"0\" d:precision=\"string\">2000.0000</m>"
                              "<s d:type=\"cDeltaString\">x y</s><v d:numElements=\"2\" d:elementType=\"sFloat32\">1 2</v></a>";
