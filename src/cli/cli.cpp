@@ -20,6 +20,7 @@
 #include "cli/verb_scenario_details.h"
 #include "cli/verb_textures.h"
 #include "cli/verb_scenario_set.h"
+#include "cli/verb_stock.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
 #include "tools/files.h"
@@ -108,6 +109,12 @@ const std::vector<Verb>& Verbs() {
          "put the pixels of DDS back into the texture TGPCDX (the old file kept as a back-up), using\n"
          "      the side file beside DDS", DdsToTexVerb},
         {"dds-info", "dds-info FILE...", "show the format, size and mip-map count of .dds files", DdsInfoVerb},
+        {"stock-transform",
+         "stock-transform COMMAND FILE... [--mass M --capacity C]",
+         "edit rolling stock as the asset list's Edit menu does; COMMAND is passengers, dead, conductor,\n"
+         "      mass, scenery, category (the category from --answer), in-scenarios, english-only, zero-emissive\n"
+         "      or snow; FILE is Provider\\Product\\Path below Assets; new files take the base name with _MT or\n"
+         "      _Dead; the frame's warning wants --yes; exit code 1 when a file was not written", StockTransformVerb},
     };
     return verbs;
 }

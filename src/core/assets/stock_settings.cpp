@@ -36,7 +36,8 @@ std::string CategoryCell(std::string value) {
 
 std::string CategoryValue(std::string_view typed) {
     const std::string value(tools::TrimBlanks(typed));
-    if (!value.empty() && value[0] != 'e' && value[0] != 'E') return "e" + value;
+    // The game's category words all start with a small 'e': "Engine" is "eEngine".
+    if (!value.empty() && value[0] != 'e') return "e" + value;
     return value;
 }
 

@@ -18,7 +18,7 @@ namespace ferrolund::assets {
 // The category that hides an item from the browser.
 inline constexpr std::string_view kHiddenCategory = "eExcludeFromBrowserList";
 
-// The value as the blueprint holds it: a leading 'e' added when it has none.
+// The value as the blueprint holds it: a small 'e' put before it unless it starts with one.
 std::string CategoryValue(std::string_view typed);
 
 // Writes the category; without a Category element one is put behind "</Description>".

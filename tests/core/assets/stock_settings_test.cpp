@@ -36,7 +36,7 @@ int Count(const std::string& text, const std::string& what) {
 TEST(ChangeCategory, ALeadingEIsAddedWhenMissing) {
     const std::pair<std::string, std::string> cases[] = {
         {"FreightWagon", "eFreightWagon"}, {"eScenery", "eScenery"}, {" Engine ", "eEngine"},
-        {"ExcludeFromBrowserList", "ExcludeFromBrowserList"}, {"", ""},
+        {"ExcludeFromBrowserList", "eExcludeFromBrowserList"}, {"", ""},
     };
     for (const auto& [typed, value] : cases) EXPECT_EQ(CategoryValue(typed), value) << typed;
 }
