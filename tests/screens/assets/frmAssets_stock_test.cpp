@@ -2,6 +2,9 @@
 // their dialogs answered as a person would.
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <functional>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTimer>
@@ -61,6 +64,7 @@ TEST(frmAssetsStock, PassengersAreSavedUnderTheNameChosenInTheDialog) {
         EXPECT_EQ(FromQt(dialog->fileBox()->text()), "Wagen_MT");
         dialog->findChild<QRadioButton*>("optPO")->setChecked(true);
         EXPECT_EQ(FromQt(dialog->nameBox()->text()), "Wagen_PO");
+        dialog->nameBox()->setText(ToQt("W\xC3\xA4gen_PO"));
         testing::Screenshot(*dialog, "dlgCoachName_passengers");
         dialog->accept();
     });
@@ -68,7 +72,7 @@ TEST(frmAssetsStock, PassengersAreSavedUnderTheNameChosenInTheDialog) {
     ASSERT_TRUE(asked);
     const std::string made = f.xml("Wagen_PO.bin");
     EXPECT_NE(made.find(">Passengers_Left<"), std::string::npos);
-    EXPECT_EQ(Value(made, "English"), "Wagen_PO");
+    EXPECT_EQ(Value(made, "English"), "W\xC3\xA4gen_PO") << "typed on screen, written once as UTF-8";
     EXPECT_TRUE(fs::exists(f.game.path() / "Assets/Müller/Straßenbahn/RailVehicles/Coach/Wagen.bin.bak"));
     EXPECT_NE(f.reportText(l.screen).find("Requested changes have been made."), std::string::npos);
 }
@@ -92,6 +96,7 @@ TEST(frmAssetsStock, TheMassDialogWantsBothNumbers) {
     };
     QTimer::singleShot(0, answer);
     f.ui.answers.push_back(base::Answer::Ok);
+    f.ui.shown.clear();
     l.screen.action("mnuMass")->trigger();
     ASSERT_EQ(round, 1);
     EXPECT_EQ(f.ui.shown.front().text, "You have failed to complete one of the boxes?");
