@@ -139,13 +139,8 @@ TransformOutcome ConvertToScenery(app::AppContext& ctx, const std::vector<AssetR
 SnowOutcome MakeBetterSnow(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
     SnowOutcome out;
     ctx.currentRoutine = "mnuSnow_Click";
-    std::vector<AssetRow> rows;
-    for (const AssetRow& row : selected)
-        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
-    if (rows.empty()) {
-        if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
-        return out;
-    }
+    const std::vector<AssetRow> rows = UsableRows(ctx, selected);
+    if (rows.empty()) return out;
     const std::string snow = TemplatePath(ctx, kSnowTexture);
     if (tools::FileLength(snow) <= 0) {
         if (ctx.ui)

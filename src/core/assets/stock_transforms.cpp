@@ -63,13 +63,6 @@ std::string WithValues(std::string_view text, const std::vector<ValueSpan>& span
     return out;
 }
 
-std::vector<AssetRow> Usable(const std::vector<AssetRow>& selected) {
-    std::vector<AssetRow> rows;
-    for (const AssetRow& row : selected)
-        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
-    return rows;
-}
-
 // Without a child entry chosen in the list there is nothing to work on.
 bool ChildChosen(app::AppContext& ctx, bool chosen) {
     if (!chosen && ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
@@ -222,11 +215,8 @@ TransformOutcome ChangeLods(app::AppContext& ctx, const std::vector<AssetRow>& s
 
 std::optional<ChildEntries> DisplayChildEntries(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
     ctx.currentRoutine = "Command9_Click";
-    const std::vector<AssetRow> rows = Usable(selected);
-    if (rows.empty()) {
-        if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
-        return std::nullopt;
-    }
+    const std::vector<AssetRow> rows = UsableRows(ctx, selected);
+    if (rows.empty()) return std::nullopt;
     if (rows.size() > 1 && ctx.ui) {
         ctx.ui->message("You can only select one item at a time for this option.\r\nOnly the first item will be shown",
                         base::Icon::Information);

@@ -203,6 +203,14 @@ std::string CompileFailedMessage(const std::string& file) {
 }
 
 
+std::vector<AssetRow> UsableRows(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
+    std::vector<AssetRow> rows;
+    for (const AssetRow& row : selected)
+        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
+    if (rows.empty() && ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
+    return rows;
+}
+
 TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformCommand& command) {
     TransformOutcome out;
     ctx.currentRoutine = command.routine;
@@ -211,13 +219,8 @@ TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>&
                     base::Icon::Exclamation) != base::Answer::Ok) {
         return out;
     }
-    std::vector<AssetRow> rows;
-    for (const AssetRow& row : selected)
-        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
-    if (rows.empty()) {
-        if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
-        return out;
-    }
+    const std::vector<AssetRow> rows = UsableRows(ctx, selected);
+    if (rows.empty()) return out;
     if (command.prepare && !command.prepare(ctx, rows)) return out;
     out.ran = true;
     if (!command.reportHeading.empty()) out.report += command.reportHeading + "\r\n";

@@ -99,6 +99,10 @@ struct TransformOutcome {
 // The report line of a row written.
 inline constexpr std::string_view kChangesMade = "Requested changes have been made.";
 
+// The selected rows a command works on: those with a first cell. With none the person is
+// told Lang(444) and the list is empty.
+std::vector<AssetRow> UsableRows(app::AppContext& ctx, const std::vector<AssetRow>& selected);
+
 // Runs the transform over the selected rows. Rows with an empty first cell are passed
 // over. Between two rows it lets events through and stops when ctx.abortFlag is set.
 TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformCommand& command);

@@ -10,12 +10,9 @@
 
 #include "app/app_context.h"
 #include "screens/app/qt_text.h"
+#include "screens/assets/dlgCoachName.h"
 
 namespace ferrolund::screens {
-
-namespace {
-constexpr const char* kModule = "dlgMass";
-}
 
 dlgMass::dlgMass(app::AppContext& ctx, QWidget* parent) : QDialog(parent), ctx_(ctx) {
     setObjectName("dlgMass");
@@ -53,13 +50,7 @@ std::string dlgMass::mass() const { return FromQt(mass_->text().trimmed()); }
 std::string dlgMass::capacity() const { return FromQt(capacity_->text().trimmed()); }
 
 void dlgMass::accept() {
-    if (!mass_->hasAcceptableInput() || !capacity_->hasAcceptableInput()) {
-        if (ctx_.ui)
-            ctx_.ui->message(ctx_.langText(546, "You have failed to complete one of the boxes?", kModule),
-                             base::Icon::Exclamation);
-        return;
-    }
-    QDialog::accept();
+    if (BoxesComplete(ctx_, mass_->hasAcceptableInput() && capacity_->hasAcceptableInput())) QDialog::accept();
 }
 
 }  // namespace ferrolund::screens

@@ -21,6 +21,8 @@ namespace fs = std::filesystem;
 using testing::Child;
 using testing::CoachXml;
 using testing::Game;
+using testing::Siblings;
+using testing::TagValue;
 using testing::Tilted;
 using testing::Upright;
 
@@ -28,25 +30,11 @@ const std::string kCoach = "RailVehicles\\Wägen\\Mk2_TSO.bin";
 const std::string kCoachFile = "Prov\\Prod\\" + kCoach;
 const std::vector<std::string> kPassengerTemplates = {"AddPassengers.txt", "AddPassengers2.txt", "AddPassengers3.txt"};
 
-std::string Value(const std::string& xml, const std::string& tag, const std::string& from = "<") {
-    std::string value;
-    long pos = tools::InStr(xml, from);
-    tools::GetDetail(xml, pos, tag, value, tools::kBlueprintTagOptions);
-    return value;
-}
-
 // Name and the eight languages of the display name.
 std::vector<std::string> Names(const std::string& xml) {
-    std::vector<std::string> names{Value(xml, "Name")};
+    std::vector<std::string> names{TagValue(xml, "Name")};
     for (const char* lang : {"English", "French", "Italian", "German", "Spanish", "Dutch", "Polish", "Russian"})
-        names.push_back(Value(xml, lang, "<DisplayName"));
-    return names;
-}
-
-std::vector<fs::path> Siblings(const fs::path& file) {
-    std::vector<fs::path> names;
-    for (const auto& entry : fs::directory_iterator(file.parent_path())) names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
+        names.push_back(TagValue(xml, lang, "<DisplayName"));
     return names;
 }
 
@@ -195,7 +183,7 @@ TEST(MakeDead, WritesTheDeadCopyAndLeavesTheOriginal) {
     EXPECT_EQ(out.rows[0].reason, "");
     const std::string xml = game.xmlOf("Prov\\Prod\\RailVehicles\\Wägen\\Mk2_TSO_Dead.bin");
     EXPECT_EQ(tools::InStr(xml, "Children"), 0);
-    EXPECT_EQ(Value(xml, "English"), "Old Loco_Dead");
+    EXPECT_EQ(TagValue(xml, "English"), "Old Loco_Dead");
     EXPECT_EQ(game.bytesOf(kCoachFile), before);
     EXPECT_EQ(Siblings(loco), (std::vector<fs::path>{"Mk2_TSO.bin", "Mk2_TSO_Dead.bin"}));
 }
@@ -262,8 +250,8 @@ TEST(SetMassCapacity, MassCargoDefinitionAndCapacity) {
     for (const Case& c : cases) {
         std::string text = "<cWagonBlueprint>" + c.body + "</cWagonBlueprint>";
         EXPECT_EQ(SetMassCapacity(text, {"41", "58.5"}, cargoDef), c.written) << c.name;
-        EXPECT_EQ(Value(text, "Mass"), c.mass) << c.name;
-        EXPECT_EQ(Value(text, "Capacity"), c.capacity) << c.name;
+        EXPECT_EQ(TagValue(text, "Mass"), c.mass) << c.name;
+        EXPECT_EQ(TagValue(text, "Capacity"), c.capacity) << c.name;
         EXPECT_EQ(tools::InStr(text, "<CargoDef/>"), 0) << c.name;
     }
 }
@@ -279,8 +267,8 @@ TEST(SetMassCapacity, TheCarsAreWrittenWithTheSharedCargoDefinition) {
     ASSERT_EQ(out.rows.size(), 1u);
     EXPECT_EQ(out.rows[0].reason, "");
     const std::string after = game.xmlOf(kCoachFile);
-    EXPECT_EQ(Value(after, "Mass"), "21.25");
-    EXPECT_EQ(Value(after, "Capacity"), "30");
+    EXPECT_EQ(TagValue(after, "Mass"), "21.25");
+    EXPECT_EQ(TagValue(after, "Capacity"), "30");
     EXPECT_NE(after.find("<cCargoDef"), std::string::npos);
 }
 

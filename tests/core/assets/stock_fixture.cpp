@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "serz/codec.h"
+#include <algorithm>
+
 #include "tools/files.h"
+#include "tools/tags.h"
 
 namespace ferrolund::assets::testing {
 
@@ -143,6 +146,20 @@ AssetRow Game::row(const std::string& provider, const std::string& product, cons
     r.path = path;
     r.name = name;
     return r;
+}
+
+std::string TagValue(const std::string& xml, const std::string& tag, const std::string& from) {
+    std::string value;
+    long pos = tools::InStr(xml, from);
+    if (pos > 0) tools::GetDetail(xml, pos, tag, value, tools::kBlueprintTagOptions);
+    return value;
+}
+
+std::vector<fs::path> Siblings(const fs::path& file) {
+    std::vector<fs::path> names;
+    for (const auto& entry : fs::directory_iterator(file.parent_path())) names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 void Game::useTemplates(const std::vector<std::string>& names) {

@@ -25,6 +25,11 @@ std::vector<std::string> Tilted();
 // A wagon blueprint, CR LF ended. No children gives "<Children/>".
 std::string CoachXml(const std::string& name, const std::vector<Child>& children,
                      const std::string& geometry = "Prov\\Prod\\RailVehicles\\Coach\\[00]coach");
+// The value of the first `tag` element at or after the first `from` of the XML, or empty.
+std::string TagValue(const std::string& xml, const std::string& tag, const std::string& from = "<");
+// The names in the file's folder, sorted.
+std::vector<std::filesystem::path> Siblings(const std::filesystem::path& file);
+
 // A geometry whose LOD blocks hold these values.
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods);
 

@@ -18,16 +18,11 @@ namespace {
 namespace fs = std::filesystem;
 using testing::CoachXml;
 using testing::Game;
+using testing::Siblings;
+using testing::TagValue;
 
 const std::string kCoach = "RailVehicles\\Coach\\Coach.bin";
 const std::string kFolder = "Prov\\Prod\\RailVehicles\\Coach\\";
-
-std::string Value(const std::string& xml, const std::string& tag) {
-    std::string value;
-    long pos = 1;
-    tools::GetDetail(xml, pos, tag, value, tools::kBlueprintTagOptions);
-    return value;
-}
 
 TEST(ConvertToScenery, TheGeometryPathLiesInTheStaticFolder) {
     const std::pair<std::string, std::string> cases[] = {
@@ -62,8 +57,8 @@ TEST(ConvertToScenery, MakesTheStaticItemBesideTheVehicle) {
     const std::string xml = game.xmlOf(kFolder + "Static\\Coach.bin");
     ASSERT_FALSE(xml.empty());
     EXPECT_NE(xml.find("<cSceneryBlueprint"), std::string::npos);
-    EXPECT_EQ(Value(xml, "English"), "Static - Caf\xC3\xA9 Coach");
-    EXPECT_EQ(Value(xml, "GeometryID"), "Prov\\Prod\\RailVehicles\\Coach\\Static\\[00]coach");
+    EXPECT_EQ(TagValue(xml, "English"), "Static - Caf\xC3\xA9 Coach");
+    EXPECT_EQ(TagValue(xml, "GeometryID"), "Prov\\Prod\\RailVehicles\\Coach\\Static\\[00]coach");
     EXPECT_EQ(game.bytesOf(kFolder + "Static\\coach.GeoPcDx"), "model");
     EXPECT_EQ(game.bytesOf(kFolder + "Static\\coach_col.geopcdx"), "collision");
     EXPECT_FALSE(fs::exists(game.onDisk(kFolder + "Static\\notes.txt")));

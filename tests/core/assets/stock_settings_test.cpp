@@ -15,17 +15,12 @@ namespace {
 namespace fs = std::filesystem;
 using testing::CoachXml;
 using testing::Game;
+using testing::Siblings;
+using testing::TagValue;
 
 const std::string kCoach = "RailVehicles\\Coach\\Coach.bin";
 const std::string kCoachFile = "Prov\\Prod\\" + kCoach;
 const std::string kTree = "AP\\VegEP\\Scenery\\Trees\\Beech1.bin";
-
-std::string Value(const std::string& xml, const std::string& tag, const std::string& from = "<") {
-    std::string value;
-    long pos = tools::InStr(xml, from);
-    tools::GetDetail(xml, pos, tag, value, tools::kBlueprintTagOptions);
-    return value;
-}
 
 int Count(const std::string& text, const std::string& what) {
     int n = 0;
@@ -44,7 +39,7 @@ TEST(ChangeCategory, ALeadingEIsAddedWhenMissing) {
 TEST(ChangeCategory, WrittenOrPutBehindTheDescription) {
     std::string present = CoachXml("Coach", {});
     ASSERT_TRUE(SetCategory(present, "eFreightWagon"));
-    EXPECT_EQ(Value(present, "Category"), "eFreightWagon");
+    EXPECT_EQ(TagValue(present, "Category"), "eFreightWagon");
     EXPECT_EQ(Count(present, "<Category"), 1);
 
     std::string missing = CoachXml("Coach", {});
@@ -72,7 +67,7 @@ TEST(ChangeCategory, TheRowsCellsFollow) {
     EXPECT_EQ(out.rows[0].reason, "");
     EXPECT_EQ(out.rows[0].row.category, "FreightWagon");
     EXPECT_EQ(out.rows[0].row.inScene, "Yes");
-    EXPECT_EQ(Value(game.xmlOf(kCoachFile), "Category"), "eFreightWagon");
+    EXPECT_EQ(TagValue(game.xmlOf(kCoachFile), "Category"), "eFreightWagon");
     // Nothing typed: nothing done.
     const std::string before = game.bytesOf(kCoachFile);
     game.okToWarning();
@@ -101,10 +96,10 @@ TEST(UseInScenarios, TurnsValidityAndFillsAnEmptyCategory) {
         EXPECT_EQ(use.valid, c.validAfter) << c.valid << c.category;
         EXPECT_EQ(use.category, c.categoryAfter) << c.valid << c.category;
         if (c.valid != "-") {
-            EXPECT_EQ(Value(text, "ValidInScenarios"), c.validAfter);
+            EXPECT_EQ(TagValue(text, "ValidInScenarios"), c.validAfter);
         }
         if (c.category != "-") {
-            EXPECT_EQ(Value(text, "Category"), c.categoryAfter);
+            EXPECT_EQ(TagValue(text, "Category"), c.categoryAfter);
         }
     }
 }
@@ -122,7 +117,7 @@ TEST(UseInScenarios, ARealSceneryItemIsTakenOutOfScenariosAndBack) {
         EXPECT_EQ(out.rows[0].reason, "");
         EXPECT_EQ(out.rows[0].row.inScene, expected);
         EXPECT_EQ(out.rows[0].row.category, "FoliageLarge");
-        EXPECT_EQ(Value(game.xmlOf(kTree), "ValidInScenarios"), expected == "Yes" ? "eTrue" : "eFalse");
+        EXPECT_EQ(TagValue(game.xmlOf(kTree), "ValidInScenarios"), expected == "Yes" ? "eTrue" : "eFalse");
         row = out.rows[0].row;
     }
 }
@@ -133,7 +128,7 @@ TEST(MakeEnglishOnly, EveryLocalisedBlockKeepsOnlyItsEnglish) {
     EXPECT_EQ(Count(text, "<French"), 0);
     EXPECT_EQ(Count(text, "<Key"), 0);
     EXPECT_EQ(Count(text, "</English></Localisation-cUserLocalisedString>"), 2);
-    EXPECT_EQ(Value(text, "English"), "Coach");
+    EXPECT_EQ(TagValue(text, "English"), "Coach");
     EXPECT_EQ(KeepEnglishOnly(text), 0);
 }
 
@@ -159,16 +154,16 @@ TEST(ChangeLocoName, NamesAndKeysAndTheEnginesOwnName) {
         "<Key d:type=\"cDeltaString\">k-77</Key></Localisation-cUserLocalisedString>";
     text.replace(text.find("</cWagonComponentBlueprint>"), 0, engine);
     ASSERT_TRUE(WriteNewName(text, "Class 20 Blue", NameChange::NamesAndKeys));
-    EXPECT_EQ(Value(text, "Name"), "Class 20 Blue");
-    EXPECT_EQ(Value(text, "Key"), "");
-    EXPECT_EQ(Value(text, "EngineName", "<EngineType"), "Class 20 Blue");
-    EXPECT_EQ(Value(text, "English", "<EngineType"), "Class 20 Blue");
-    EXPECT_EQ(Value(text, "Key", "<EngineType"), "");
+    EXPECT_EQ(TagValue(text, "Name"), "Class 20 Blue");
+    EXPECT_EQ(TagValue(text, "Key"), "");
+    EXPECT_EQ(TagValue(text, "EngineName", "<EngineType"), "Class 20 Blue");
+    EXPECT_EQ(TagValue(text, "English", "<EngineType"), "Class 20 Blue");
+    EXPECT_EQ(TagValue(text, "Key", "<EngineType"), "");
 
     std::string plain = CoachXml("Class 20", {});
     plain.replace(plain.find("<Key d:type=\"cDeltaString\"></Key>"), 33, "<Key d:type=\"cDeltaString\">a1b2</Key>");
     ASSERT_TRUE(WriteNewName(plain, "X", NameChange::NamesOnly));
-    EXPECT_EQ(Value(plain, "Key"), "a1b2");
+    EXPECT_EQ(TagValue(plain, "Key"), "a1b2");
 }
 
 TEST(ChangeLocoName, AsksAfterItsExplanation) {

@@ -17,7 +17,7 @@ using assets::testing::Upright;
 
 const std::string kCoach = "Prov\\Prod\\RailVehicles\\Coach\\Mk1_BFK.bin";
 
-testing::CliRun Run(Game& game, std::vector<std::string> args) {
+testing::CliRun StockVerb(Game& game, std::vector<std::string> args) {
     args.insert(args.begin(), "stock-transform");
     args.insert(args.end(), {"--game-root", game.gameRoot()});
     return testing::Cli(args, game.ctx.appRoot);
@@ -28,7 +28,7 @@ TEST(StockTransformVerb, EditsTheNamedBlueprints) {
     game.useTemplates({"AddPassengers3.txt", "CargoDef.txt"});
     game.put(kCoach, CoachXml("Brake", {{"Driver", Upright("0.6", "1.5", "4")}}));
 
-    const auto passengers = Run(game, {"passengers", kCoach, "--yes"});
+    const auto passengers = StockVerb(game, {"passengers", kCoach, "--yes"});
     EXPECT_EQ(passengers.code, 0) << passengers.err << passengers.out;
     EXPECT_NE(passengers.out.find(kCoach + "  Requested changes have been made."), std::string::npos) << passengers.out;
     const std::string made = game.xmlOf("Prov\\Prod\\RailVehicles\\Coach\\Mk1_BFK_MT.bin");
@@ -36,7 +36,7 @@ TEST(StockTransformVerb, EditsTheNamedBlueprints) {
     EXPECT_NE(made.find(">Mk1_BFK_MT</English>"), std::string::npos);
 
     // The full path below Assets names the same file.
-    const auto mass = Run(game, {"mass", game.gameRoot() + "\\Assets\\" + kCoach, "--mass", "30.5", "--capacity", "12", "--yes"});
+    const auto mass = StockVerb(game, {"mass", game.gameRoot() + "\\Assets\\" + kCoach, "--mass", "30.5", "--capacity", "12", "--yes"});
     EXPECT_EQ(mass.code, 0) << mass.err;
     std::string value;
     long pos = 1;
@@ -61,7 +61,7 @@ TEST(StockTransformVerb, WrongWordsAndRefusalsAreTold) {
         {{"in-scenarios", "Prov\\Prod\\Gone.bin", "--yes"}, 1},
     };
     for (const Case& c : cases) {
-        const auto run = Run(game, c.args);
+        const auto run = StockVerb(game, c.args);
         EXPECT_EQ(run.code, c.code) << (c.args.empty() ? "" : c.args[0]) << run.err;
     }
     EXPECT_EQ(game.bytesOf(kCoach), before);
