@@ -43,7 +43,10 @@ dlgMass::dlgMass(app::AppContext& ctx, QWidget* parent) : QDialog(parent), ctx_(
     layout->addWidget(explanation);
     layout->addLayout(form);
     layout->addWidget(buttons);
-    resize(420, height());
+    // The explanation wraps: the layout gives the dialog the height the wrapped text needs.
+    layout->setSizeConstraint(QLayout::SetMinimumSize);
+    setMinimumWidth(420);
+    adjustSize();
 }
 
 std::string dlgMass::mass() const { return FromQt(mass_->text().trimmed()); }

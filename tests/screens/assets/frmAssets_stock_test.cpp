@@ -66,7 +66,7 @@ TEST(frmAssetsStock, PassengersAreSavedUnderTheNameChosenInTheDialog) {
         EXPECT_EQ(FromQt(dialog->nameBox()->text()), "Wagen_PO");
         dialog->nameBox()->setText(ToQt("W\xC3\xA4gen_PO"));
         testing::Screenshot(*dialog, "dlgCoachName_passengers");
-        dialog->accept();
+        dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
     });
     l.screen.action("mnuAdd")->trigger();
     ASSERT_TRUE(asked);
