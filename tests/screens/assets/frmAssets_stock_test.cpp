@@ -15,12 +15,12 @@
 #include "screens/assets/dlgCoachName.h"
 #include "screens/assets/dlgMass.h"
 #include "tools/serz_convert.h"
-#include "tools/tags.h"
 
 namespace ferrolund::screens {
 namespace {
 
 namespace fs = std::filesystem;
+using assets::testing::TagValue;
 
 const char* const kFolder = "/Assets/Müller/Straßenbahn/RailVehicles/Coach/";
 
@@ -36,13 +36,6 @@ struct StockFixture : CommandsFixture {
         return text;
     }
 };
-
-std::string Value(const std::string& xml, const std::string& tag) {
-    std::string value;
-    long pos = 1;
-    tools::GetDetail(xml, pos, tag, value);
-    return value;
-}
 
 TEST(frmAssetsStock, TheEditsOfThisGroupAreLive) {
     StockFixture f;
@@ -72,7 +65,7 @@ TEST(frmAssetsStock, PassengersAreSavedUnderTheNameChosenInTheDialog) {
     ASSERT_TRUE(asked);
     const std::string made = f.xml("Wagen_PO.bin");
     EXPECT_NE(made.find(">Passengers_Left<"), std::string::npos);
-    EXPECT_EQ(Value(made, "English"), "W\xC3\xA4gen_PO") << "typed on screen, written once as UTF-8";
+    EXPECT_EQ(TagValue(made, "English"), "W\xC3\xA4gen_PO") << "typed on screen, written once as UTF-8";
     EXPECT_TRUE(fs::exists(f.game.path() / "Assets/Müller/Straßenbahn/RailVehicles/Coach/Wagen.bin.bak"));
     EXPECT_NE(f.reportText(l.screen).find("Requested changes have been made."), std::string::npos);
 }
@@ -100,7 +93,7 @@ TEST(frmAssetsStock, TheMassDialogWantsBothNumbers) {
     l.screen.action("mnuMass")->trigger();
     ASSERT_EQ(round, 1);
     EXPECT_EQ(f.ui.shown.front().text, "You have failed to complete one of the boxes?");
-    EXPECT_EQ(Value(f.xml("Wagen.bin"), "Mass"), "28.5");
+    EXPECT_EQ(TagValue(f.xml("Wagen.bin"), "Mass"), "28.5");
 }
 
 TEST(frmAssetsStock, CategoryAndScenarioUseCellsFollow) {
@@ -111,7 +104,7 @@ TEST(frmAssetsStock, CategoryAndScenarioUseCellsFollow) {
     l.screen.action("mnuCategory")->trigger();
     EXPECT_EQ(l.screen.grid()->grid().cell(0, 5), "ExcludeFromBrowserList");
     EXPECT_EQ(l.screen.grid()->grid().cell(0, 4), "Yes");
-    EXPECT_EQ(Value(f.xml("Wagen.bin"), "Category"), "eExcludeFromBrowserList");
+    EXPECT_EQ(TagValue(f.xml("Wagen.bin"), "Category"), "eExcludeFromBrowserList");
     testing::Screenshot(l.screen, "frmAssets_category");
 }
 
