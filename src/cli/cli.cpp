@@ -22,6 +22,7 @@
 #include "cli/verb_scenario_details.h"
 #include "cli/verb_textures.h"
 #include "cli/verb_scenario_set.h"
+#include "cli/verb_stock.h"
 #include "serz/serz_command.h"
 #include "tools/names.h"
 #include "tools/files.h"
@@ -118,6 +119,12 @@ const std::vector<Verb>& Verbs() {
          "show the physics of a rail vehicle (its blueprint: a file, or a path below the simulator's Assets)\n"
          "      as the Display Physics screen's two grids: item<TAB>value lines under each section's head",
          PhysicsVerb},
+        {"stock-transform",
+         "stock-transform COMMAND FILE... [--mass M --capacity C]",
+         "edit rolling stock as the asset list's Edit menu does; COMMAND is passengers, dead, conductor,\n"
+         "      mass, scenery, category (the category from --answer), in-scenarios, english-only, zero-emissive\n"
+         "      or snow; FILE is Provider\\Product\\Path below Assets; new files take the base name with _MT or\n"
+         "      _Dead; the frame's warning wants --yes; exit code 1 when a file was not written", StockTransformVerb},
     };
     return verbs;
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "serz/codec.h"
-#include "tools/codepage.h"
+#include "tools/names.h"
 #include "tools/tags.h"
 #include "tools/text_search.h"
 
@@ -93,6 +93,6 @@ std::string BlueprintEnglishName(std::string_view text) {
     return value;
 }
 
-std::string XmlValueOfTyped(std::string_view typed) { return serz::XmlText(tools::Utf8FromCp1252(typed)); }
+std::string XmlValueOfTyped(std::string_view typed) { return serz::XmlText(tools::ShownText(typed)); }
 
 }  // namespace ferrolund::assets

@@ -1,6 +1,8 @@
 #include "assets/stock_templates.h"
 
 #include "tools/files.h"
+#include "tools/numbers.h"
+#include "tools/text_search.h"
 #include "tools/text_replace.h"
 
 namespace ferrolund::assets {
@@ -31,6 +33,11 @@ std::string MissingTemplateMessage(std::string_view name) {
 std::string FillMarkers(std::string text, const Markers& markers) {
     for (const auto& [marker, value] : markers) tools::ReplaceAll(text, marker, value, tools::CaseRule::Ignore);
     return text;
+}
+
+void FillNewIds(std::string& text) {
+    for (const char* marker : {"dddddd", "eeeeee", "ffffff", "gggggg"})
+        if (tools::InStr(text, marker) > 0) tools::ReplaceAll(text, marker, tools::NewDeltaId(), tools::CaseRule::Ignore);
 }
 
 std::string_view WithoutLastLineEnd(std::string_view text) {

@@ -27,6 +27,10 @@ std::string MissingTemplateMessage(std::string_view name);
 using Markers = std::vector<std::pair<std::string_view, std::string>>;
 std::string FillMarkers(std::string text, const Markers& markers);
 
+// Gives each of the id markers "dddddd" to "gggggg" that the text holds a fresh id of its
+// own, so that the entities a template adds never share an id.
+void FillNewIds(std::string& text);
+
 // The text without the line ends at its end, for a template put between two lines.
 std::string_view WithoutLastLineEnd(std::string_view text);
 

@@ -8,6 +8,7 @@
 #include "assets/blueprint_files.h"
 #include "assets/blueprint_splice.h"
 #include "tools/serz_convert.h"
+#include "tools/tags.h"
 #include "tools/text_search.h"
 #include "tools/vb_format.h"
 
@@ -62,17 +63,23 @@ std::string WithValues(std::string_view text, const std::vector<ValueSpan>& span
     return out;
 }
 
-std::vector<AssetRow> Usable(const std::vector<AssetRow>& selected) {
-    std::vector<AssetRow> rows;
-    for (const AssetRow& row : selected)
-        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
-    return rows;
-}
-
 // Without a child entry chosen in the list there is nothing to work on.
 bool ChildChosen(app::AppContext& ctx, bool chosen) {
     if (!chosen && ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
     return chosen;
+}
+
+// Empties the first Key element at or after `from`; an empty "<Key/>" is left as it is.
+void EmptyKeyFrom(std::string& text, long from) {
+    for (long at = InStr(from, text, "<Key"); at > 0; at = InStr(at + 1, text, "<Key")) {
+        const std::size_t after = static_cast<std::size_t>(at + 3);
+        if (after < text.size() && text[after] != ' ' && text[after] != '>' && text[after] != '/') continue;
+        const long end = InStr(at, text, ">");
+        if (end == 0 || text[static_cast<std::size_t>(end - 2)] == '/') return;
+        long pos = at;
+        tools::PutDetail(text, pos, "Key", "", tools::kBlueprintTagOptions);
+        return;
+    }
 }
 
 std::string WithoutCommas(std::string text) {
@@ -82,7 +89,30 @@ std::string WithoutCommas(std::string text) {
 
 }  // namespace
 
+bool ApplySaveAs(const SaveAsAsk& ask, TransformRow& row, TransformResult& result, NameLanguages languages) {
+    const std::optional<SaveAsChoice> choice = ask ? ask(row.row, row.base) : std::nullopt;
+    if (!choice || tools::TrimBlanks(choice->fileName).empty()) return false;
+    result.saveAs = std::string(tools::TrimBlanks(choice->fileName));
+    if (result.saveAs.find('.') == std::string::npos) result.saveAs += ".bin";
+    if (!choice->internalName.empty()) SetBlueprintName(result.text, XmlValueOfTyped(choice->internalName), languages);
+    return true;
+}
+
 // --- Change Name ---
+
+bool WriteNewName(std::string& text, std::string_view value, NameChange kind) {
+    if (!SetBlueprintName(text, value, NameLanguages::Eight)) return false;
+    if (kind == NameChange::NamesOnly) return true;
+    EmptyKeyFrom(text, 1);
+    if (const long engine = InStr(text, "<EngineType"); engine > 0) {
+        for (const char* tag : {"EngineName", "English"}) {
+            long pos = engine;
+            tools::PutDetail(text, pos, tag, value, tools::kBlueprintTagOptions);
+        }
+        EmptyKeyFrom(text, engine);
+    }
+    return true;
+}
 
 std::string NewNameValue(std::string_view typed, std::string_view oldName) {
     std::string out;
@@ -95,21 +125,28 @@ std::string NewNameValue(std::string_view typed, std::string_view oldName) {
     return out + XmlValueOfTyped(typed.substr(start));
 }
 
-TransformOutcome ChangeName(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
+TransformOutcome ChangeName(app::AppContext& ctx, const std::vector<AssetRow>& selected, NameChange kind) {
     auto typed = std::make_shared<std::string>();
-    TransformCommand command("mnuChangeName_Click", TransformFile::Blueprint, nullptr);
-    command.prepare = [typed](app::AppContext& c, const std::vector<AssetRow>& rows) {
+    const bool keys = kind == NameChange::NamesAndKeys;
+    TransformCommand command(keys ? "mnuCNLK_Click" : "mnuChangeName_Click", TransformFile::Blueprint, nullptr);
+    command.prepare = [typed, keys](app::AppContext& c, const std::vector<AssetRow>& rows) {
         if (!c.ui) return false;
+        if (keys &&
+            c.ui->ask("This option will change both the Name and Localize(English)\r\nName of the item and delete any "
+                      "'Key' entry for a selected item.",
+                      base::Buttons::OkCancel, base::Icon::Information) != base::Answer::Ok) {
+            return false;
+        }
         const auto answer = c.ui->input("Change Name", "Enter the new name. A # in it stands for the old name.",
                                         rows.front().name);
         if (!answer || tools::TrimBlanks(*answer).empty()) return false;
         *typed = *answer;
         return true;
     };
-    command.transform = [typed](app::AppContext&, TransformRow& row, std::string_view text) {
+    command.transform = [typed, kind](app::AppContext&, TransformRow& row, std::string_view text) {
         TransformResult result = TransformResult::Changed(std::string(text));
         const std::string value = NewNameValue(*typed, BlueprintEnglishName(text));
-        if (!SetBlueprintName(result.text, value, NameLanguages::Eight)) {
+        if (!WriteNewName(result.text, value, kind)) {
             return TransformResult::Skip(Verdict::Unfit, "This item has no name to change.");
         }
         std::string shown = *typed;
@@ -178,11 +215,8 @@ TransformOutcome ChangeLods(app::AppContext& ctx, const std::vector<AssetRow>& s
 
 std::optional<ChildEntries> DisplayChildEntries(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
     ctx.currentRoutine = "Command9_Click";
-    const std::vector<AssetRow> rows = Usable(selected);
-    if (rows.empty()) {
-        if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
-        return std::nullopt;
-    }
+    const std::vector<AssetRow> rows = UsableRows(ctx, selected);
+    if (rows.empty()) return std::nullopt;
     if (rows.size() > 1 && ctx.ui) {
         ctx.ui->message("You can only select one item at a time for this option.\r\nOnly the first item will be shown",
                         base::Icon::Information);
@@ -215,12 +249,7 @@ TransformOutcome RemoveChildEntries(app::AppContext& ctx, const std::vector<Asse
                                                                                      std::string_view text) {
         TransformResult result = TransformResult::Changed(std::string(text));
         const int removed = RemoveChildBlocks(result.text, childNames);
-        const std::optional<SaveAsChoice> choice = ask ? ask(row.row, row.base) : std::nullopt;
-        if (!choice || tools::TrimBlanks(choice->fileName).empty()) return TransformResult::Skip(Verdict::Cancelled, {});
-        result.saveAs = std::string(tools::TrimBlanks(choice->fileName));
-        if (result.saveAs.find('.') == std::string::npos) result.saveAs += ".bin";
-        if (!choice->internalName.empty())
-            SetBlueprintName(result.text, XmlValueOfTyped(choice->internalName), NameLanguages::Eight);
+        if (!ApplySaveAs(ask, row, result, NameLanguages::Eight)) return TransformResult::Skip(Verdict::Cancelled, {});
         result.note = std::to_string(removed) + " child entries removed, saved as " + result.saveAs;
         return result;
     });

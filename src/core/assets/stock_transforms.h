@@ -12,15 +12,27 @@
 
 #include "app/app_context.h"
 #include "assets/asset_row.h"
+#include "assets/blueprint_splice.h"
 #include "assets/transform_frame.h"
 
 namespace ferrolund::assets {
 
 // --- "Change Name" (also "Rename Selected Asset") ---
 
+// What a name change writes besides the names.
+enum class NameChange {
+    NamesOnly,         // "Change Name"
+    NamesAndKeys,      // "Change Loco Name/Localized/Key": the Key entries emptied too, and
+                       // an engine's own name set where the blueprint has an EngineType
+};
+
 // Asks the new name once; a '#' in it stands for each item's old name. Name and all the
 // localised names the blueprint has are set; the row's Name cell follows.
-TransformOutcome ChangeName(app::AppContext& ctx, const std::vector<AssetRow>& selected);
+TransformOutcome ChangeName(app::AppContext& ctx, const std::vector<AssetRow>& selected,
+                            NameChange kind = NameChange::NamesOnly);
+// The text with the new name (file form) written as the change of `kind` writes it;
+// false when the blueprint has no name to change.
+bool WriteNewName(std::string& text, std::string_view value, NameChange kind);
 // The typed name (Windows-1252, '#' for the old one) in file form, for an item whose
 // English name is `oldName` in file form.
 std::string NewNameValue(std::string_view typed, std::string_view oldName);
@@ -68,6 +80,11 @@ struct SaveAsChoice {
 };
 // Asked per row with the row and its file's base name; nothing means Cancel.
 using SaveAsAsk = std::function<std::optional<SaveAsChoice>(const AssetRow& row, const std::string& base)>;
+
+// Asks the row's new names and puts them into the result: the file to write beside the
+// original, and the item's names in `languages`. False when the person called the row
+// off (no answer or no file name).
+bool ApplySaveAs(const SaveAsAsk& ask, TransformRow& row, TransformResult& result, NameLanguages languages);
 
 // Drops the block of each named child (one block per name given); gives how many went.
 int RemoveChildBlocks(std::string& text, const std::vector<std::string>& childNames);

@@ -165,6 +165,16 @@ struct RowRun {
             if (ctx.ui) ctx.ui->message(out.reason, base::Icon::Exclamation);
             return out;
         }
+        std::string again;
+        if (!result.saveAs.empty() && result.recompileOriginal) {
+            again = compile(base, text);
+            if (again.empty()) {
+                out.row = selected;
+                out.reason = CompileFailedMessage(file);
+                if (ctx.ui) ctx.ui->message(out.reason, base::Icon::Exclamation);
+                return out;
+            }
+        }
         if (base::Status status = Replace(made, target, out.backup)) {
             ctx.report(*status, kModule);
             out.row = selected;
@@ -172,6 +182,13 @@ struct RowRun {
             return out;
         }
         out.written = target;
+        std::string originalBackup;
+        if (!again.empty()) {
+            if (base::Status status = Replace(again, file, originalBackup)) {
+                ctx.report(*status, kModule);
+                out.reason = status->description;
+            }
+        }
         if (!result.note.empty()) note = "  " + result.note;
         for (const CompanionFile& companion : result.companions) note += putCompanion(companion, out);
         return out;
@@ -207,6 +224,14 @@ std::string CompileFailedMessage(const std::string& file) {
 }
 
 
+std::vector<AssetRow> UsableRows(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
+    std::vector<AssetRow> rows;
+    for (const AssetRow& row : selected)
+        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
+    if (rows.empty() && ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
+    return rows;
+}
+
 TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>& selected, const TransformCommand& command) {
     TransformOutcome out;
     ctx.currentRoutine = command.routine;
@@ -215,13 +240,8 @@ TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>&
                     base::Icon::Exclamation) != base::Answer::Ok) {
         return out;
     }
-    std::vector<AssetRow> rows;
-    for (const AssetRow& row : selected)
-        if (!tools::TrimBlanks(row.provider).empty()) rows.push_back(row);
-    if (rows.empty()) {
-        if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
-        return out;
-    }
+    const std::vector<AssetRow> rows = UsableRows(ctx, selected);
+    if (rows.empty()) return out;
     if (command.prepare && !command.prepare(ctx, rows)) return out;
     out.ran = true;
     if (!command.reportHeading.empty()) out.report += command.reportHeading + "\r\n";

@@ -52,6 +52,10 @@ struct TransformResult {
     // A file name (with extension) to write beside the original instead of replacing it;
     // the original's own name replaces it as usual.
     std::string saveAs;
+    // With saveAs: the original's own text is compiled as well and put back in its place
+    // by the back-up rule, so that both files come from the same converter. Nothing is
+    // put in place unless both compiled.
+    bool recompileOriginal = false;
     std::string note;  // for Changed: added to the report's line
     std::vector<CompanionFile> companions;  // for Changed: written after the file, in order
 
@@ -108,6 +112,10 @@ struct TransformOutcome {
 
 // The report line of a row written.
 inline constexpr std::string_view kChangesMade = "Requested changes have been made.";
+
+// The selected rows a command works on: those with a first cell. With none the person is
+// told Lang(444) and the list is empty.
+std::vector<AssetRow> UsableRows(app::AppContext& ctx, const std::vector<AssetRow>& selected);
 
 // Runs the transform over the selected rows. Rows with an empty first cell are passed
 // over. Between two rows it lets events through and stops when ctx.abortFlag is set.

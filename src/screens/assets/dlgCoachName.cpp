@@ -74,14 +74,14 @@ void dlgCoachName::choose(const std::string& suffix) {
 std::string dlgCoachName::fileName() const { return FromQt(file_->text().trimmed()); }
 std::string dlgCoachName::internalName() const { return FromQt(name_->text().trimmed()); }
 
+bool BoxesComplete(app::AppContext& ctx, bool complete) {
+    if (!complete && ctx.ui)
+        ctx.ui->message(ctx.langText(546, "You have failed to complete one of the boxes?", kModule), base::Icon::Exclamation);
+    return complete;
+}
+
 void dlgCoachName::accept() {
-    if (fileName().empty() || internalName().empty()) {
-        if (ctx_.ui)
-            ctx_.ui->message(ctx_.langText(546, "You have failed to complete one of the boxes?", kModule),
-                             base::Icon::Exclamation);
-        return;
-    }
-    QDialog::accept();
+    if (BoxesComplete(ctx_, !fileName().empty() && !internalName().empty())) QDialog::accept();
 }
 
 }  // namespace ferrolund::screens

@@ -14,6 +14,10 @@ struct AppContext;
 
 namespace ferrolund::screens {
 
+// The check of a name dialog's OK: false, after "You have failed to complete one of the
+// boxes?", when a box is left empty.
+bool BoxesComplete(app::AppContext& ctx, bool complete);
+
 class dlgCoachName : public QDialog {
     Q_OBJECT
 public:

@@ -14,6 +14,7 @@
 #include "assets/asset_scan.h"
 #include "assets/file_check.h"
 #include "assets/stock_lights.h"
+#include "assets/stock_transforms.h"
 #include "assets/transform_frame.h"
 
 class QAction;
@@ -101,6 +102,12 @@ private:
     std::function<void()> checkCommand(const std::string& name);
     // The command behind an entry of the Update Sounds menu or a script entry of the Edit menu.
     std::function<void()> soundCommand(const std::string& name);
+    // The Edit menu's rolling-stock transforms that add, remove or set things.
+    std::function<void()> stockCommand(const std::string& name);
+    // The name dialog for a row, with `suffix` chosen first.
+    assets::SaveAsAsk coachNameAsk(const std::string& suffix);
+    void correctMassCapacity();
+    void makeBetterSnow();
 
     app::AppContext& ctx_;
     AssetGrid* grid_ = nullptr;

@@ -92,13 +92,7 @@ std::vector<std::string> frmAssets::chosenChildren() const {
 void frmAssets::removeChildEntries() {
     const std::vector<std::string> chosen = chosenChildren();
     runTransform([this, &chosen](const auto& rows) {
-        return assets::RemoveChildEntries(
-            ctx_, rows, chosen,
-            [this](const assets::AssetRow& r, const std::string& base) -> std::optional<assets::SaveAsChoice> {
-                dlgCoachName dialog(ctx_, base, r.name, "_ND", this);
-                if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-                return assets::SaveAsChoice{dialog.fileName(), dialog.internalName()};
-            });
+        return assets::RemoveChildEntries(ctx_, rows, chosen, coachNameAsk("_ND"));
     });
     children_->hide();
     childrenTitle_->hide();
@@ -234,7 +228,8 @@ std::function<void()> frmAssets::editCommand(const std::string& name) {
     if (name == "mnuUSAir") {
         return [this] { runTransform([this](const auto& rows) { return assets::ChangeUsAirbrakes(ctx_, rows); }); };
     }
-    return soundCommand(name);
+    if (auto command = soundCommand(name)) return command;
+    return stockCommand(name);
 }
 
 std::function<void()> frmAssets::checkCommand(const std::string& name) {

@@ -124,6 +124,8 @@ TEST(XmlValueOfTyped, TypedTextBecomesTheFileForm) {
         {"Class 58", "Class 58"},
         {"Caf\xE9 & <Bar> \"x\" 'y'", "Caf\xC3\xA9 &amp; &lt;Bar&gt; &quot;x&quot; &apos;y&apos;"},
         {"\xC4\xE8\x9A\xDF", "\xC3\x84\xC3\xA8\xC5\xA1\xC3\x9F"},
+        // What the screens hand over is UTF-8 already: written once, not twice.
+        {"Stra\xC3\x9F" "e & \xC4\x8C", "Stra\xC3\x9F" "e &amp; \xC4\x8C"},
     };
     for (const auto& [typed, file] : cases) EXPECT_EQ(XmlValueOfTyped(typed), file) << typed;
 }

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "serz/codec.h"
+#include <algorithm>
+
 #include "tools/files.h"
+#include "tools/tags.h"
 
 namespace ferrolund::assets::testing {
 
@@ -211,6 +214,28 @@ AssetRow Game::row(const std::string& provider, const std::string& product, cons
     r.path = path;
     r.name = name;
     return r;
+}
+
+std::string TagValue(const std::string& xml, const std::string& tag, const std::string& from) {
+    std::string value;
+    long pos = tools::InStr(xml, from);
+    if (pos > 0) tools::GetDetail(xml, pos, tag, value, tools::kBlueprintTagOptions);
+    return value;
+}
+
+std::vector<fs::path> Siblings(const fs::path& file) {
+    std::vector<fs::path> names;
+    for (const auto& entry : fs::directory_iterator(file.parent_path())) names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void Game::useTemplates(const std::vector<std::string>& names) {
+    const fs::path target = folder.path() / "app" / "Templates";
+    fs::create_directories(target);
+    for (const std::string& name : names)
+        fs::copy_file(fs::path(FERROLUND_SOURCE_DIR) / "data" / "Templates" / name, target / name,
+                      fs::copy_options::overwrite_existing);
 }
 
 }  // namespace ferrolund::assets::testing

@@ -50,6 +50,10 @@ std::string VehicleXml(const Vehicle& vehicle);
 
 // The text of one of the program's shipped templates (data/Templates).
 std::string ShippedTemplate(const std::string& name);
+// The value of the first `tag` element at or after the first `from` of the XML, or empty.
+std::string TagValue(const std::string& xml, const std::string& tag, const std::string& from = "<");
+// The names in the file's folder, sorted.
+std::vector<std::filesystem::path> Siblings(const std::filesystem::path& file);
 
 // A geometry whose LOD blocks hold these values.
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods);
@@ -73,6 +77,8 @@ struct Game {
     void okToWarning() { ui.answers.push_back(base::Answer::Ok); }
     // Puts the program's shipped templates in its Templates folder.
     void useTemplates();
+    // Copies the program's own templates of these names into AppRoot\Templates.
+    void useTemplates(const std::vector<std::string>& names);
 };
 
 }  // namespace ferrolund::assets::testing

@@ -17,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::CoachXml;
 using testing::Game;
+using testing::Siblings;
 using testing::Tilted;
 using testing::Upright;
 using Verdict = TransformResult::Verdict;
@@ -35,6 +36,19 @@ TransformCommand AddChild() {
     });
 }
 
+// AddChild with its result written beside the original as <base>_X.bin.
+TransformCommand SavingBeside(bool recompileOriginal) {
+    TransformCommand command = AddChild();
+    const Transform add = command.transform;
+    command.transform = [add, recompileOriginal](app::AppContext& ctx, TransformRow& row, std::string_view text) {
+        TransformResult result = add(ctx, row, text);
+        result.saveAs = row.base + "_X.bin";
+        result.recompileOriginal = recompileOriginal;
+        return result;
+    };
+    return command;
+}
+
 // A transform that gives the same answer for every row.
 TransformCommand Giving(Verdict verdict, std::string text = {}) {
     return TransformCommand("test", TransformFile::Blueprint, [=](app::AppContext&, TransformRow&, std::string_view original) {
@@ -42,13 +56,6 @@ TransformCommand Giving(Verdict verdict, std::string text = {}) {
         result.text = text.empty() ? std::string(original) : text;
         return result;
     });
-}
-
-std::vector<fs::path> Siblings(const fs::path& file) {
-    std::vector<fs::path> names;
-    for (const auto& entry : fs::directory_iterator(file.parent_path())) names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 TEST(TransformFrame, WritesTheChangeKeepsTheOriginalAndDropsTheCache) {
@@ -205,13 +212,7 @@ TEST(TransformFrame, ATargetThatCannotBeReplacedLeavesNoPartBehind) {
     const fs::path coach = game.put(kCoachFile, CoachXml("Old Coach", {}));
     const std::string before = game.bytesOf(kCoachFile);
     fs::create_directories(coach.parent_path() / "Coach_X.bin" / "inside");
-    TransformCommand command = AddChild();
-    const Transform add = command.transform;
-    command.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
-        TransformResult result = add(ctx, row, text);
-        result.saveAs = row.base + "_X.bin";
-        return result;
-    };
+    const TransformCommand command = SavingBeside(false);
     game.okToWarning();
     const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, command);
     ASSERT_EQ(out.rows.size(), 1u);
@@ -265,13 +266,7 @@ TEST(TransformFrame, ANewNameIsWrittenBesideTheOriginal) {
     Game game;
     const fs::path coach = game.put(kCoachFile, CoachXml("Old Coach", {}));
     const std::string before = game.bytesOf(kCoachFile);
-    TransformCommand command = AddChild();
-    const Transform add = command.transform;
-    command.transform = [add](app::AppContext& ctx, TransformRow& row, std::string_view text) {
-        TransformResult result = add(ctx, row, text);
-        result.saveAs = row.base + "_X.bin";
-        return result;
-    };
+    const TransformCommand command = SavingBeside(false);
     for (int run = 0; run < 2; ++run) {
         game.okToWarning();
         const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, command);
@@ -338,6 +333,21 @@ TEST(TransformFrame, ALocatedFileIsChangedInPlaceOfTheRows) {
     EXPECT_EQ(asked.size(), 2u);  // a missing blueprint names nothing
     EXPECT_EQ(game.bytesOf(kCoachFile), loco);
     EXPECT_EQ(ChildNames(game.xmlOf("Prov\\Prod\\Cab\\Inside.bin")), std::vector<std::string>{"Added"});
+}
+
+TEST(TransformFrame, ANewNameCanHaveTheOriginalCompiledAgainBesideIt) {
+    Game game;
+    const fs::path coach = game.put(kCoachFile, CoachXml("Old Coach", {}));
+    const std::string before = game.bytesOf(kCoachFile);
+    const TransformCommand command = SavingBeside(true);
+    game.okToWarning();
+    const TransformOutcome out = RunTransform(game.ctx, {game.row("Prov", "Prod", kCoach)}, command);
+    ASSERT_EQ(out.rows.size(), 1u);
+    EXPECT_EQ(out.rows[0].reason, "");
+    EXPECT_EQ(Siblings(coach), (std::vector<fs::path>{"Coach.bin", "Coach.bin.bak", "Coach_X.bin"}));
+    EXPECT_EQ(game.bytesOf(kCoachFile + ".bak"), before);
+    EXPECT_EQ(game.bytesOf(kCoachFile), before);  // a converter-written file compiles back byte for byte
+    EXPECT_EQ(ChildNames(game.xmlOf("Prov\\Prod\\RailVehicles\\Wägen\\Coach_X.bin")), std::vector<std::string>{"Added"});
 }
 
 TEST(SameXmlContent, LayoutAndTheConvertersNumberFormsDoNotCount) {

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-#include "core/assets/stock_fixture.h"
+#include "screens/assets/asset_commands_fixture.h"
 #include "screens/app/qt_text.h"
 #include "screens/app/screen_fixture.h"
 #include "screens/assets/asset_grid.h"
@@ -21,43 +21,13 @@ namespace {
 namespace fs = std::filesystem;
 using assets::testing::Child;
 
-struct CommandsFixture : testing::ScreenFixture {
-    testing::TempFolder game;
-    CommandsFixture() {
-        ctx.lang.parse(root.read("Language/Lang_English.txt"));
-        ctx.prefs.gameRoot = game.system();
-        put("Assets/Müller/Straßenbahn/RailVehicles/Coach/Wagen.bin",
-            assets::testing::CoachXml("Wagen", {Child{"Exhaust", assets::testing::Tilted()},
-                                                Child{"Lamp", assets::testing::Upright("0", "1", "2")}},
-                                      "Müller\\Straßenbahn\\RailVehicles\\Coach\\wagen"));
-    }
-    void put(const std::string& relative, const std::string& xml) {
-        std::string binary;
-        ASSERT_FALSE(serz::XmlToBinary(xml, binary));
-        game.write(relative, binary);
-    }
-    std::string reportText(QWidget& screen) {
-        const auto reports = screen.findChildren<frmReport*>();
-        return reports.empty() ? std::string() : FromQt(reports.back()->pane()->toPlainText());
-    }
-};
-
-// The screen with its list filled and the one coach selected.
-struct Listed {
-    frmAssets screen;
-    explicit Listed(CommandsFixture& f) : screen(f.ctx) {
-        screen.button("cmdAdd")->click();
-        screen.grid()->selectRows({0});
-    }
-};
-
 TEST(frmAssetsCommands, EditsNotInThisBuildAreGreyedAndTheOthersLive) {
     CommandsFixture f;
     frmAssets screen(f.ctx);
     for (const char* live : {"mnuChangeName", "mnuLod", "mnuCheckLoco", "mnuShowFiles", "mnuWag", "mnuSFA", "mnuLoft",
                              "mnuwhere"})
         EXPECT_TRUE(screen.action(live)->isEnabled()) << live;
-    for (const char* later : {"mnuAdd", "mnuDead", "mnuCategory", "mnuCloneRS"})
+    for (const char* later : {"mnuCloneRS"})
         EXPECT_FALSE(screen.action(later)->isEnabled()) << later;
 }
 
