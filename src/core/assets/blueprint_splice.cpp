@@ -5,6 +5,7 @@
 #include "serz/codec.h"
 #include "tools/codepage.h"
 #include "tools/tags.h"
+#include "tools/names.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::assets {
@@ -93,6 +94,6 @@ std::string BlueprintEnglishName(std::string_view text) {
     return value;
 }
 
-std::string XmlValueOfTyped(std::string_view typed) { return serz::XmlText(tools::Utf8FromCp1252(typed)); }
+std::string XmlValueOfTyped(std::string_view typed) { return serz::XmlText(tools::ShownText(typed)); }
 
 }  // namespace ferrolund::assets

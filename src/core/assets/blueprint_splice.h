@@ -55,7 +55,8 @@ bool SetBlueprintName(std::string& text, std::string_view value, NameLanguages l
 // The English display name as the file holds it (file form), or empty.
 std::string BlueprintEnglishName(std::string_view text);
 
-// Text typed on the screen (Windows-1252) in the form the converter's XML holds it:
+// Text typed on the screen (UTF-8, or Windows-1252 where it is not well-formed UTF-8) in
+// the form the converter's XML holds it:
 // UTF-8 with '&', '<', '>', '"' and '\'' written as entities.
 std::string XmlValueOfTyped(std::string_view typed);
 

@@ -74,7 +74,9 @@ base::Status PutInPlace(const std::string& made, const std::string& target) {
     return base::err::PathFileAccess(target);
 }
 
-base::Status Replace(const std::string& made, const std::string& target, std::string& backup) {
+}  // namespace
+
+base::Status PlaceMadeFile(const std::string& made, const std::string& target, std::string& backup) {
     backup.clear();
     if (tools::FileLength(target) < 0) return PutInPlace(made, target);
     base::Status status = tools::ReplaceWithBackup(made, target, tools::kBackupRule, backup);
@@ -82,6 +84,20 @@ base::Status Replace(const std::string& made, const std::string& target, std::st
     if (status && status->number == kNoBackupLeft) return PutInPlace(made, target);
     return status;
 }
+
+std::string CompileChecked(app::AppContext& ctx, const std::string& base, const std::string& text) {
+    const std::string temp = ctx.appPath("TempFiles");
+    tools::CreatePath(temp);
+    const std::string xml = temp + "\\" + base + ".xml";
+    const std::string made = temp + "\\" + base + ".bin";
+    if (!tools::WriteTextFile(ctx, xml, text)) return {};
+    if (tools::SerzConvert(ctx, xml, made, tools::SerzDirection::ToBinary)) return {};
+    std::string back;
+    if (tools::SerzReadXml(ctx, made, back) || back.empty() || !SameXmlContent(text, back)) return {};
+    return made;
+}
+
+namespace {
 
 struct RowRun {
     app::AppContext& ctx;
@@ -103,16 +119,7 @@ struct RowRun {
         return !text.empty();
     }
 
-    // Compiles the text and reads the result back; the compiled file, or empty.
-    std::string compile(const std::string& outBase, const std::string& text) {
-        const std::string xml = temp + "\\" + outBase + ".xml";
-        const std::string made = temp + "\\" + outBase + ".bin";
-        if (!tools::WriteTextFile(ctx, xml, text)) return {};
-        if (tools::SerzConvert(ctx, xml, made, tools::SerzDirection::ToBinary)) return {};
-        std::string back;
-        if (tools::SerzReadXml(ctx, made, back) || back.empty() || !SameXmlContent(text, back)) return {};
-        return made;
-    }
+    std::string compile(const std::string& outBase, const std::string& text) { return CompileChecked(ctx, outBase, text); }
 
     TransformResult apply(TransformRow& row, const std::string& text) {
         try {
@@ -126,7 +133,7 @@ struct RowRun {
     RowOutcome run(const AssetRow& selected, std::string& note) {
         RowOutcome out;
         out.row = selected;
-        std::string file = RowFile(ctx, selected);
+        std::string file = command.locate ? command.locate(ctx, selected) : RowFile(ctx, selected);
         if (command.file == TransformFile::Geometry) {
             file = GeometryFile(ctx, file);
             if (file.empty()) {
@@ -161,7 +168,7 @@ struct RowRun {
             if (ctx.ui) ctx.ui->message(out.reason, base::Icon::Exclamation);
             return out;
         }
-        if (base::Status status = Replace(made, target, out.backup)) {
+        if (base::Status status = PlaceMadeFile(made, target, out.backup)) {
             ctx.report(*status, kModule);
             out.row = selected;
             out.reason = status->description;
@@ -221,7 +228,9 @@ TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>&
     if (ctx.ui) ctx.ui->busy(false);
     const std::string cache = BlueprintCacheFile(ctx.gameRoot());
     if (tools::FileLength(cache) >= 0) ctx.report(tools::DeleteFile(cache), kModule);
-    if (ctx.ui) ctx.ui->message(ctx.langText(445, {}, kModule), base::Icon::Information);
+    if (ctx.ui)
+        ctx.ui->message(command.doneMessage.empty() ? ctx.langText(445, {}, kModule) : command.doneMessage,
+                        base::Icon::Information);
     return out;
 }
 
