@@ -180,15 +180,15 @@ CloneNames OfferedNames(const ClonePlace& place, std::string_view blueprintXml) 
 
 std::string RewriteClone(std::string_view xml, std::string_view internalName, std::string_view oldRelative,
                          std::string_view newRelative, std::string_view oldBase, std::string_view newBase) {
-    std::string text(xml);
-    SetBlueprintName(text, XmlValueOfTyped(internalName), NameLanguages::Five);
-    EmptyNameKey(text);
     const std::string oldRel = XmlValueOfTyped(oldRelative);
     const std::string newRel = XmlValueOfTyped(newRelative);
     const std::string oldName = XmlValueOfTyped(oldBase);
     const std::string newName = XmlValueOfTyped(newBase);
-    text = tools::ReplaceEach(text, {{oldRel, newRel}, {oldName, newName}});
-    return tools::ReplaceEvery(text, "\\\\", "\\");
+    std::string text = tools::ReplaceEach(xml, {{oldRel, newRel}, {oldName, newName}});
+    text = tools::ReplaceEvery(text, "\\\\", "\\");
+    SetBlueprintName(text, XmlValueOfTyped(internalName), NameLanguages::Five);
+    EmptyNameKey(text);
+    return text;
 }
 
 base::Status CopyFileMerging(const std::string& from, const std::string& to, long* keptAsBackup) {

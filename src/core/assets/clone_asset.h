@@ -86,12 +86,12 @@ CloneTarget TargetOf(const CloneSource& source, const ClonePlace& place, std::st
 // its end mark for the person to extend.
 CloneNames OfferedNames(const ClonePlace& place, std::string_view blueprintXml);
 
-// The clone's blueprint text: the display name (Name and the five first languages) set
-// to `internalName` and its localisation key emptied; then, in one pass over the text as
-// it was, every occurrence of the old relative folder made the new one and every
-// occurrence of the old base name made the new file name (textual, so it also changes
-// where the name only stands inside another word); then "\\" made "\". Names are typed
-// text; the old ones are as on disk.
+// The clone's blueprint text: in one pass over the text as it was, every occurrence of
+// the old relative folder made the new one and every occurrence of the old base name made
+// the new file name (textual, so it also changes where the name only stands inside
+// another word); then "\\" made "\"; last the display name (Name and the five first
+// languages) set to `internalName`, so that the name typed stands as typed, and its
+// localisation key emptied. Names are typed text; the old ones are as on disk.
 std::string RewriteClone(std::string_view xml, std::string_view internalName, std::string_view oldRelative,
                          std::string_view newRelative, std::string_view oldBase, std::string_view newBase);
 

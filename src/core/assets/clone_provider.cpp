@@ -72,11 +72,7 @@ TransformResult CorrectProviderText(std::string_view xml, std::string_view provi
     return result;
 }
 
-TransformOutcome CorrectProvider(app::AppContext& ctx, const std::vector<AssetRow>& selected) {
-    return RunTransform(ctx, selected, ProviderCommand());
-}
-
-TransformOutcome CorrectProviderOfFiles(app::AppContext& ctx, const std::vector<std::string>& files) {
+TransformOutcome CorrectProvider(app::AppContext& ctx, const std::vector<std::string>& files) {
     auto where = std::make_shared<std::map<std::string, std::string>>();
     std::vector<AssetRow> rows;
     for (const std::string& file : files) {

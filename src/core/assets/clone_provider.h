@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "app/app_context.h"
-#include "assets/asset_row.h"
 #include "assets/transform_frame.h"
 
 namespace ferrolund::assets {
@@ -24,10 +23,8 @@ std::string OwnProvider(std::string_view xml);
 // when the blueprint already names that provider, or none.
 TransformResult CorrectProviderText(std::string_view xml, std::string_view provider);
 
-// For rows of the asset list (below GameRoot\Assets).
-TransformOutcome CorrectProvider(app::AppContext& ctx, const std::vector<AssetRow>& selected);
-// For files anywhere below the game (the list of Content): each file's provider is the
-// first folder behind Assets, else behind Content.
-TransformOutcome CorrectProviderOfFiles(app::AppContext& ctx, const std::vector<std::string>& files);
+// For blueprint files anywhere below the game (rows of the asset lists, of the list of
+// Content): each file's provider is the first folder behind Assets, else behind Content.
+TransformOutcome CorrectProvider(app::AppContext& ctx, const std::vector<std::string>& files);
 
 }  // namespace ferrolund::assets

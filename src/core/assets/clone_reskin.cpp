@@ -23,10 +23,10 @@ namespace {
 constexpr const char* kModule = "frmAssets";
 constexpr std::string_view kTextureEnding = ".TgPcDx";
 
-// The file as the disk spells it, or empty when it is not there.
+// The file with its name as the disk spells it, or empty when it is not there.
 std::string OnDisk(const std::string& file) {
     if (!tools::FileExists(file)) return {};
-    return tools::SystemPath(tools::HostPath(file));
+    return FolderOfPath(file) + "\\" + tools::HostPath(file).filename().string();
 }
 
 // The texture, or its repaired spelling, as the disk spells it.
@@ -248,7 +248,10 @@ ReskinTextures GatherTextures(std::string_view geometryXml, const std::string& g
         TextureEntries(geometryXml, FolderOfPath(geometryFile) + "\\", geometryFile, false);
     if (!entries.empty()) out.firstElement = entries.front().element;
     for (const TextureEntry& entry : entries) {
-        if (choice == TextureChoice::OwnOnly && Shared(entry.file)) continue;
+        // Only the part behind Assets counts: the game itself often lies in "steamapps\common".
+        const bool below = entry.file.size() > assetsRoot.size() &&
+                           tools::EqualsIgnoreCase(std::string_view(entry.file).substr(0, assetsRoot.size()), assetsRoot);
+        if (choice == TextureChoice::OwnOnly && Shared(below ? entry.file.substr(assetsRoot.size()) : entry.value)) continue;
         std::string found = FoundTexture(entry.file);
         if (found.empty() && choice == TextureChoice::OwnOnly && entry.value.compare(0, 3, "..\\") != 0)
             found = FoundTexture(assetsRoot + "\\" + entry.value + std::string(kTextureEnding));

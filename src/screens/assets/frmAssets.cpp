@@ -23,6 +23,7 @@
 #include "assets/blueprint.h"
 #include "screens/app/qt_text.h"
 #include "screens/assets/asset_grid.h"
+#include "screens/assets/clone_commands.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
 
@@ -313,13 +314,7 @@ void frmAssets::buildMenus() {
     }
     auto* clone = new QMenu("Clone", this);
     clone->setObjectName("mnuClone");
-    for (const Entry& e : {Entry{"mnuCloneAsset", 533, "Clone selected Asset"},
-                           Entry{"mnuCloneRS", 534, "Clone Selected rolling-stock"},
-                           Entry{"mnuCloneScenery", 535, "Clone Scenery for ReSkinning"},
-                           Entry{"mnuReskinBP", 536, "Clone for Reskin Blueprint"},
-                           Entry{"mnuProvider", 537, "Correct Provider"}}) {
-        addAction(clone, e.name, e.lang, e.fallback, {});
-    }
+    for (const CloneEntry& e : kCloneEntries) addAction(clone, e.name, e.lang, e.caption, cloneCommand(e.name));
     auto* sounds = new QMenu("Update Sounds", this);
     sounds->setObjectName("mnuSounds");
     for (const Entry& e : {Entry{"mnuNewWag", 0, "New Wagon Sounds"}, Entry{"mnuOldH", 0, "Old heavy wagons"},

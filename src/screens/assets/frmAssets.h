@@ -94,6 +94,8 @@ private:
     // is not part of this build.
     std::function<void()> editCommand(const std::string& name);
     std::function<void()> checkCommand(const std::string& name);
+    // The command behind an entry of the Clone menu.
+    std::function<void()> cloneCommand(const std::string& name);
 
     app::AppContext& ctx_;
     AssetGrid* grid_ = nullptr;

@@ -27,6 +27,8 @@ std::string CoachXml(const std::string& name, const std::vector<Child>& children
                      const std::string& geometry = "Prov\\Prod\\RailVehicles\\Coach\\[00]coach");
 // A geometry whose LOD blocks hold these values.
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods);
+// A geometry whose one material names these textures (the "<e>" values as written).
+std::string TexturedGeometryXml(const std::vector<std::string>& textures);
 
 struct Game {
     ferrolund::testing::TempFolder folder;
