@@ -296,15 +296,16 @@ bool CloneOne(app::AppContext& ctx, const CloneSource& source, CloneLevel level,
                       "\r\n";
         return true;
     }
+    // The copy of the old blueprint makes way for the new one.
     const std::string copiedOld = target.folder + "\\" + place->blueprintIn;
     const std::string blueprint = FolderOfPath(copiedOld) + "\\" + newBase + ".bin";
+    ctx.report(tools::DeleteFile(copiedOld), kModule);
     std::string backup;
     if (base::Status placed = PlaceMadeFile(made, blueprint, backup)) {
         ctx.report(*placed, kModule);
         out.report += file + "  " + placed->description + "\r\n";
         return true;
     }
-    if (!tools::EqualsIgnoreCase(FileNameOf(copiedOld), FileNameOf(blueprint))) ctx.report(tools::DeleteFile(copiedOld), kModule);
     out.written.push_back(blueprint);
     out.report += file + "  Cloned as " + blueprint + "\r\n";
     if (copy.keptAsBackup > 0)

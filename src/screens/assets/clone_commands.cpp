@@ -28,7 +28,11 @@ void RunCloneEntry(app::AppContext& ctx, QWidget* parent, const std::string& nam
     ctx.abortFlag = false;
     if (name == "mnuProvider") {
         std::vector<std::string> files;
-        for (const assets::CloneSource& source : sources(assets::CloneLevel::Blueprint)) files.push_back(source.file());
+        // The blueprint where it is installed: an unpacked copy is not what the game reads.
+        for (assets::CloneSource source : sources(assets::CloneLevel::Blueprint)) {
+            source.root = source.cloneRoot();
+            files.push_back(source.file());
+        }
         const assets::TransformOutcome outcome = assets::CorrectProvider(ctx, files);
         if (outcome.ran && !outcome.report.empty()) ShowReport(ctx, parent, caption, outcome.report);
         return;

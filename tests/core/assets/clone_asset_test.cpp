@@ -66,14 +66,16 @@ TEST(ReplaceEach, OnePassOverTheTextAsItWas) {
         std::string text, result;
     };
     const Case cases[] = {
-        {"a\\Coach\\coach.xml", "a\\Coach\\Blue\\coach_Blue.xml"},  // the folder first where both stand
-        {"Coach", "Coach\\Blue"},
-        {"COACHES coach", "COACHES coach_Blue"},  // a longer word holds the name: textual, by design
+        // The name inside the folder goes with the folder and is not changed again.
+        {"a\\Coaches\\Mk2\\mk2.xml", "a\\Coaches\\Blue\\Mk2\\mk2_B.xml"},
+        {"COACHES\\MK2", "Coaches\\Blue\\Mk2"},
+        {"xMK2y", "xmk2_By"},  // inside another word too: textual, by design
         {"nothing", "nothing"},
         {"", ""},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(tools::ReplaceEach(c.text, {{"Coach", "Coach\\Blue"}, {"coach", "coach_Blue"}}), c.result) << c.text;
+        EXPECT_EQ(tools::ReplaceEach(c.text, {{"Coaches\\Mk2", "Coaches\\Blue\\Mk2"}, {"mk2", "mk2_B"}}), c.result)
+            << c.text;
     }
     EXPECT_EQ(tools::ReplaceEvery("a\\\\b\\\\\\\\c", "\\\\", "\\"), "a\\b\\\\c");
     EXPECT_EQ(tools::ReplaceEvery("xXx", "x", "y", tools::CaseRule::Exact), "yXy");
@@ -170,7 +172,7 @@ TEST(CloneAssets, CopiesTheFolderAndPutsTheNewBlueprintInIt) {
     // The old blueprint's copy is gone; the model is there under both names.
     EXPECT_EQ(names, (std::vector<std::string>{"Engine/Mk2.GeoPcDx", "Engine/Mk2_Blue.GeoPcDx", "Engine/Mk2_Blue.bin",
                                                "Engine/Textures/body.TgPcDx"}));
-    EXPECT_EQ(out.written, std::vector<std::string>{game.onDisk(clone + "\\Engine\\Mk2_Blue.bin").string()});
+    EXPECT_EQ(out.written, std::vector<std::string>{game.gameRoot() + "\\Assets\\" + clone + "\\Engine\\Mk2_Blue.bin"});
     const std::string xml = game.xmlOf(clone + "\\Engine\\Mk2_Blue.bin");
     EXPECT_NE(xml.find(">Mk2 Coach Blue</English>"), std::string::npos);
     EXPECT_NE(xml.find(">Prov\\Prod\\RailVehicles\\Coaches\\Blue\\Mk2\\Engine\\[00]Mk2_Blue</GeometryID>"),

@@ -31,7 +31,9 @@ TEST(CorrectProviderText, TheOldWordAsAWholeValueOrPathElement) {
         {"", "", Verdict::Nothing, "", ""},                                // names no provider
     };
     for (const Case& c : cases) {
-        std::string xml = CoachXml("Coach", {}, c.geometry);
+        std::vector<testing::Child> children;
+        if (!c.geometry.empty()) children.push_back({"Lamp", testing::Upright("0", "1", "2")});
+        std::string xml = CoachXml("Coach", children, c.geometry);
         xml.insert(xml.find("</Blueprint>"), "<Extra d:type=\"cDeltaString\">" + c.extra + "</Extra>\r\n");
         const TransformResult result = CorrectProviderText(xml, "NewCo");
         EXPECT_EQ(result.verdict, c.verdict) << c.geometry;

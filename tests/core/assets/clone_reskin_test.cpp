@@ -47,7 +47,7 @@ TEST(ReskinTextures, SiblingsSharedFoldersAndMissingOnes) {
     Game game;
     const std::string folder = "Prov\\Prod\\RailVehicles\\Mk2\\Engine";
     for (const char* t : {"Textures\\body.TgPcDx", "Textures\\body_nm.TgPcDx", "Textures\\body_WI.tgpcdx",
-                          "Textures\\bodynight.tgpcdx", "Textures\\numbers.TgPcDx", "Textures\\Café.TgPcDx"})
+                          "Textures\\bodynight.tgpcdx", "Textures\\numbers.TgPcDx", "Textures\\Tom&Jerry.TgPcDx"})
         Write(game, folder + "\\" + t, "x");
     Write(game, "Prov\\Prod\\RailVehicles\\Common\\Textures\\plate.TgPcDx", "x");
     Write(game, "Prov\\Prod\\Shared\\paint.TgPcDx", "x");
@@ -55,7 +55,7 @@ TEST(ReskinTextures, SiblingsSharedFoldersAndMissingOnes) {
     const std::string model = root + "\\" + folder + "\\Mk2.GeoPcDx";
     const std::string xml = TexturedGeometryXml({"Textures\\[00]body", "..\\..\\..\\Common\\Textures\\plate",
                                                  "Textures\\numbers", "Prov\\Prod\\Shared\\paint", "Textures\\gone",
-                                                 "Textures\\Caf&#233;"});
+                                                 "Textures\\Tom&amp;Jerry"});
     struct Case {
         TextureChoice choice;
         std::vector<std::string> files, missing;
@@ -64,12 +64,12 @@ TEST(ReskinTextures, SiblingsSharedFoldersAndMissingOnes) {
     const Case cases[] = {
         {TextureChoice::All,
          {in + "body.TgPcDx", in + "body_WI.tgpcdx", in + "body_nm.TgPcDx", in + "bodynight.tgpcdx",
-          "Prov\\Prod\\RailVehicles\\Common\\Textures\\plate.TgPcDx", in + "numbers.TgPcDx", in + "Café.TgPcDx"},
+          "Prov\\Prod\\RailVehicles\\Common\\Textures\\plate.TgPcDx", in + "numbers.TgPcDx", in + "Tom&Jerry.TgPcDx"},
          {folder + "\\Prov\\Prod\\Shared\\paint.TgPcDx", in + "gone.TgPcDx"}},
         // Shared textures stay where they are; a value that is not relative is found under Assets.
         {TextureChoice::OwnOnly,
          {in + "body.TgPcDx", in + "body_WI.tgpcdx", in + "body_nm.TgPcDx", in + "bodynight.tgpcdx",
-          "Prov\\Prod\\Shared\\paint.TgPcDx", in + "Café.TgPcDx"},
+          "Prov\\Prod\\Shared\\paint.TgPcDx", in + "Tom&Jerry.TgPcDx"},
          {in + "gone.TgPcDx"}},
     };
     for (const Case& c : cases) {
@@ -129,7 +129,7 @@ TEST(CloneSceneryForReskin, TheRealItemGetsItsOwnModelAndTextures) {
     const std::string xml = game.xmlOf(clone + "\\Beech1_Red.bin");
     EXPECT_NE(xml.find(">AP\\VegEP\\Scenery\\Trees\\Red\\Beech1\\[00]Beech1_Red</GeometryID>"), std::string::npos);
     EXPECT_NE(xml.find(">Red Beech</English>"), std::string::npos);
-    EXPECT_NE(out.report.find(game.onDisk(folder + "\\Textures\\gone.TgPcDx").string() + " Called by "),
+    EXPECT_NE(out.report.find(game.gameRoot() + "\\Assets\\" + folder + "\\Textures\\gone.TgPcDx Called by "),
               std::string::npos);
     // The original's blueprint still holds its own model, marker and all.
     EXPECT_NE(game.xmlOf(folder + "\\Beech1.bin").find(">AP\\VegEP\\Scenery\\Trees\\Beech1\\[00]tree</GeometryID>"),
