@@ -317,10 +317,8 @@ bool CloneOne(app::AppContext& ctx, const CloneSource& source, CloneLevel level,
 
 }  // namespace
 
-CloneOutcome CloneAssets(app::AppContext& ctx, const std::vector<CloneSource>& sources, CloneLevel level,
-                         const CloneAsk& ask) {
+CloneOutcome RunCloneItems(app::AppContext& ctx, const std::vector<CloneSource>& sources, const CloneItemRun& run) {
     CloneOutcome out;
-    ctx.currentRoutine = level == CloneLevel::RollingStock ? "mnuCloneDefault_Click" : "mnuClone_Click";
     if (sources.empty()) {
         if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
         return out;
@@ -333,13 +331,21 @@ CloneOutcome CloneAssets(app::AppContext& ctx, const std::vector<CloneSource>& s
             out.aborted = true;
             break;
         }
-        if (!CloneOne(ctx, source, level, ask, out)) {
+        if (!run(source, out)) {
             out.cancelled = true;
             break;
         }
     }
     FinishClones(ctx, out);
     return out;
+}
+
+CloneOutcome CloneAssets(app::AppContext& ctx, const std::vector<CloneSource>& sources, CloneLevel level,
+                         const CloneAsk& ask) {
+    ctx.currentRoutine = level == CloneLevel::RollingStock ? "mnuCloneDefault_Click" : "mnuClone_Click";
+    return RunCloneItems(ctx, sources, [&](const CloneSource& source, CloneOutcome& out) {
+        return CloneOne(ctx, source, level, ask, out);
+    });
 }
 
 }  // namespace ferrolund::assets

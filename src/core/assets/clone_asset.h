@@ -127,6 +127,11 @@ CloneOutcome CloneAssets(app::AppContext& ctx, const std::vector<CloneSource>& s
 
 // --- shared with the reskins ---
 
+// One item of a clone command; false when the person called the command off.
+using CloneItemRun = std::function<bool(const CloneSource& source, CloneOutcome& out)>;
+// The walk of a clone command over its items: "nothing selected" without any, the abort
+// flag read between two items, and at the end FinishClones.
+CloneOutcome RunCloneItems(app::AppContext& ctx, const std::vector<CloneSource>& sources, const CloneItemRun& run);
 // The blueprint's XML, or empty with the report's line for the item.
 std::string ReadCloneBlueprint(app::AppContext& ctx, const CloneSource& source, std::string& report);
 // After the walk: the blueprint cache deleted, the closing message.

@@ -190,35 +190,14 @@ bool ReskinBlueprintOne(app::AppContext& ctx, const CloneSource& source, const s
     return true;
 }
 
-using ItemRun = std::function<bool(const CloneSource&, CloneOutcome&)>;
-
-CloneOutcome RunItems(app::AppContext& ctx, const std::vector<CloneSource>& sources, const ItemRun& run) {
-    CloneOutcome out;
-    if (sources.empty()) {
-        if (ctx.ui) ctx.ui->message(ctx.langText(444, {}, kModule), base::Icon::Exclamation);
-        return out;
-    }
+// Procedural items have no single model: one among the items stops the command.
+bool NoneProcedural(app::AppContext& ctx, const std::vector<CloneSource>& sources) {
     for (const CloneSource& source : sources) {
-        if (InStr(source.file(), "Procedural") > 0) {
-            if (ctx.ui) ctx.ui->message(std::string(kProceduralMessage), base::Icon::Exclamation);
-            return out;
-        }
+        if (InStr(source.file(), "Procedural") == 0) continue;
+        if (ctx.ui) ctx.ui->message(std::string(kProceduralMessage), base::Icon::Exclamation);
+        return false;
     }
-    out.ran = true;
-    if (ctx.ui) ctx.ui->busy(true);
-    for (const CloneSource& source : sources) {
-        if (ctx.ui) ctx.ui->pump();
-        if (ctx.abortFlag) {
-            out.aborted = true;
-            break;
-        }
-        if (!run(source, out)) {
-            out.cancelled = true;
-            break;
-        }
-    }
-    FinishClones(ctx, out);
-    return out;
+    return true;
 }
 
 }  // namespace
@@ -308,7 +287,8 @@ std::string FillReskinTemplate(std::string_view templateText, const ReskinFill& 
 CloneOutcome CloneSceneryForReskin(app::AppContext& ctx, const std::vector<CloneSource>& sources,
                                    const CloneAsk& ask) {
     ctx.currentRoutine = "mnuCloneReskin_Click";
-    return RunItems(ctx, sources, [&](const CloneSource& source, CloneOutcome& out) {
+    if (!NoneProcedural(ctx, sources)) return {};
+    return RunCloneItems(ctx, sources, [&](const CloneSource& source, CloneOutcome& out) {
         return SceneryOne(ctx, source, ask, out);
     });
 }
@@ -322,7 +302,8 @@ CloneOutcome CloneForReskinBlueprint(app::AppContext& ctx, const std::vector<Clo
         if (ctx.ui) ctx.ui->message("The template " + templateFile + " was not found.", base::Icon::Exclamation);
         return {};
     }
-    return RunItems(ctx, sources, [&](const CloneSource& source, CloneOutcome& out) {
+    if (!NoneProcedural(ctx, sources)) return {};
+    return RunCloneItems(ctx, sources, [&](const CloneSource& source, CloneOutcome& out) {
         return ReskinBlueprintOne(ctx, source, templateText, ask, out);
     });
 }
