@@ -13,6 +13,7 @@
 #include "screens/app/qt_text.h"
 #include "screens/app/screen_fixture.h"
 #include "screens/assets/asset_grid.h"
+#include "screens/assets/clone_commands.h"
 #include "screens/assets/dlgNewName.h"
 #include "screens/assets/frmAssets.h"
 #include "screens/assets/frmAssetsAP.h"
