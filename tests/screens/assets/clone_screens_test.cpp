@@ -32,6 +32,7 @@ const assets::CloneNames kOffered{"Wagen_", "Wagen Zürich_", "Coach\\", ""};
 
 TEST(dlgNewName, OpensWithTheOldValuesAndWantsEveryBox) {
     testing::ScreenFixture f;
+    f.ctx.lang.parse(f.root.read("Language/Lang_English.txt"));
     dlgNewName dialog(f.ctx, kOffered, false);
     EXPECT_EQ(dialog.windowTitle(), "Clone Object with this new name");
     EXPECT_EQ(dialog.objectName(), "dlgNewName");
