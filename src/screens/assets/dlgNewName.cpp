@@ -45,7 +45,7 @@ dlgNewName::dlgNewName(app::AppContext& ctx, const assets::CloneNames& offered, 
     // The person extends each box: the cursor stands behind its end mark.
     file_->setFocus();
     file_->end(false);
-    resize(520, height());
+    resize(520, sizeHint().height());
 }
 
 assets::CloneNames dlgNewName::names() const {
