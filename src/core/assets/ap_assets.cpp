@@ -240,4 +240,30 @@ std::optional<std::string> ApAssetList::openInEditor(app::AppContext& ctx, std::
     return base + "xml";
 }
 
+long ApAssetList::unpackFolder(app::AppContext& ctx, const std::string& folder, const std::string& intoRoot) const {
+    if (!archives::NeedOpenArchive(ctx, archive_.isOpen(), "Extract anything from it!")) return 0;
+    const std::string archiveFolder = FolderOf(archive_.path());
+    std::vector<std::size_t> picked;
+    std::string relative;  // the archive's folder behind Assets
+    for (const archives::ArchiveEntry& entry : archive_.entries()) {
+        if (entry.isFolder) continue;
+        const std::string fullPath = archiveFolder + "\\" + entry.stored;
+        if (fullPath.size() <= folder.size() + 1 || fullPath[folder.size()] != '\\' ||
+            !tools::EqualsIgnoreCase(std::string_view(fullPath).substr(0, folder.size()), folder))
+            continue;
+        const std::optional<BlueprintRef> ref = SplitAssetPath(fullPath);
+        if (!ref) continue;
+        const std::string behind = ref->provider + "\\" + ref->product + "\\" + ref->blueprintId;
+        if (behind.size() < entry.stored.size()) continue;
+        relative = behind.substr(0, behind.size() - entry.stored.size());
+        if (!relative.empty() && relative.back() == '\\') relative.pop_back();
+        picked.push_back(entry.index);
+    }
+    if (picked.empty()) return 0;
+    const archives::ExtractOutcome out = archives::ExtractEntries(
+        ctx, archive_, picked, {.target = intoRoot + "\\" + relative, .fullPaths = true, .showProgress = false});
+    for (const auto& error : out.errors) ctx.report(error, kModule);
+    return out.written;
+}
+
 }  // namespace ferrolund::assets

@@ -95,6 +95,12 @@ public:
     // when no archive is open or the entry could not be unpacked.
     std::optional<std::string> openInEditor(app::AppContext& ctx, std::size_t index) const;
 
+    // The entries of the open archive that would lie in `folder` (a path below the
+    // simulator's Assets) unpacked below `intoRoot` at their place behind Assets, so that
+    // an item of the list can be cloned from there. Gives the number of files unpacked;
+    // 0, after the message, when no archive is open.
+    long unpackFolder(app::AppContext& ctx, const std::string& folder, const std::string& intoRoot) const;
+
 private:
     archives::ZipArchive archive_;
     std::vector<archives::ArchiveEntry> entries_;

@@ -127,9 +127,16 @@ std::vector<TextureEntry> TextureEntries(std::string_view xml, const std::string
         const std::size_t open = line.find('>');
         const std::size_t mark = open == std::string_view::npos ? open : line.find('[', open);
         std::string value = TextureValue(line);
+        const std::string cut = value;
         std::string file = TexturePrefix(value, base, geometryFile) + value + ".TgPcDx";
-        entries.push_back({std::move(file), mark == std::string_view::npos ? std::string("00")
-                                                                             : std::string(line.substr(mark + 1, 2))});
+        const std::size_t close = open == std::string_view::npos ? open : line.find('<', open + 1);
+        std::string element(open == std::string_view::npos ? std::string_view()
+                                                            : line.substr(open + 1, close == std::string_view::npos
+                                                                                        ? std::string_view::npos
+                                                                                        : close - open - 1));
+        entries.push_back({std::move(file),
+                           mark == std::string_view::npos ? std::string("00") : std::string(line.substr(mark + 1, 2)),
+                           std::move(element), cut});
     }
     return entries;
 }

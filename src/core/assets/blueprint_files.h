@@ -30,6 +30,8 @@ enum class TextureForm {
 struct TextureEntry {
     std::string file;
     std::string kind;
+    std::string element;  // the element's text as the geometry holds it
+    std::string value;    // that text without its marker, before any "..\\" is resolved
 };
 // The texture list of a converted geometry, read to the end of the materials (and, with
 // `stopAtBlob`, no further than its binary data).

@@ -5,6 +5,7 @@
 #include "serz/codec.h"
 #include "tools/names.h"
 #include "tools/tags.h"
+#include "tools/names.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::assets {

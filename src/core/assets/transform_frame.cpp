@@ -74,7 +74,9 @@ base::Status PutInPlace(const std::string& made, const std::string& target) {
     return base::err::PathFileAccess(target);
 }
 
-base::Status Replace(const std::string& made, const std::string& target, std::string& backup) {
+}  // namespace
+
+base::Status PlaceMadeFile(const std::string& made, const std::string& target, std::string& backup) {
     backup.clear();
     if (tools::FileLength(target) < 0) return PutInPlace(made, target);
     base::Status status = tools::ReplaceWithBackup(made, target, tools::kBackupRule, backup);
@@ -82,6 +84,16 @@ base::Status Replace(const std::string& made, const std::string& target, std::st
     if (status && status->number == kNoBackupLeft) return PutInPlace(made, target);
     return status;
 }
+
+std::string CompileChecked(app::AppContext& ctx, const std::string& base, const std::string& text) {
+    const std::string temp = ctx.appPath("TempFiles");
+    tools::CreatePath(temp);
+    const std::string made = temp + "\\" + base + ".bin";
+    if (tools::SerzCompileText(ctx, text, temp + "\\" + base + ".xml", made)) return {};
+    return made;
+}
+
+namespace {
 
 struct RowRun {
     app::AppContext& ctx;
@@ -103,12 +115,7 @@ struct RowRun {
         return !text.empty();
     }
 
-    // Compiles the text and reads the result back; the compiled file, or empty.
-    std::string compile(const std::string& outBase, const std::string& text) {
-        const std::string made = temp + "\\" + outBase + ".bin";
-        if (tools::SerzCompileText(ctx, text, temp + "\\" + outBase + ".xml", made)) return {};
-        return made;
-    }
+    std::string compile(const std::string& outBase, const std::string& text) { return CompileChecked(ctx, outBase, text); }
 
     TransformResult apply(TransformRow& row, const std::string& text) {
         try {
@@ -122,7 +129,7 @@ struct RowRun {
     RowOutcome run(const AssetRow& selected, std::string& note) {
         RowOutcome out;
         out.row = selected;
-        std::string file = RowFile(ctx, selected);
+        std::string file = command.rowFile ? command.rowFile(ctx, selected) : RowFile(ctx, selected);
         if (command.file == TransformFile::Geometry) {
             file = GeometryFile(ctx, file);
             if (file.empty()) {
@@ -175,7 +182,7 @@ struct RowRun {
                 return out;
             }
         }
-        if (base::Status status = Replace(made, target, out.backup)) {
+        if (base::Status status = PlaceMadeFile(made, target, out.backup)) {
             ctx.report(*status, kModule);
             out.row = selected;
             out.reason = status->description;
@@ -184,7 +191,7 @@ struct RowRun {
         out.written = target;
         std::string originalBackup;
         if (!again.empty()) {
-            if (base::Status status = Replace(again, file, originalBackup)) {
+            if (base::Status status = PlaceMadeFile(again, file, originalBackup)) {
                 ctx.report(*status, kModule);
                 out.reason = status->description;
             }
@@ -201,7 +208,7 @@ struct RowRun {
         std::string backup;
         base::Status status;
         if (!tools::WriteTextFile(ctx, scratch, companion.text)) status = base::err::PathFileAccess(scratch);
-        if (!status) status = Replace(scratch, companion.path, backup);
+        if (!status) status = PlaceMadeFile(scratch, companion.path, backup);
         if (!status) {
             out.companions.push_back(companion.path);
             return {};
@@ -262,7 +269,9 @@ TransformOutcome RunTransform(app::AppContext& ctx, const std::vector<AssetRow>&
     if (ctx.ui) ctx.ui->busy(false);
     const std::string cache = BlueprintCacheFile(ctx.gameRoot());
     if (tools::FileLength(cache) >= 0) ctx.report(tools::DeleteFile(cache), kModule);
-    if (ctx.ui) ctx.ui->message(ctx.langText(445, {}, kModule), base::Icon::Information);
+    if (ctx.ui)
+        ctx.ui->message(command.doneMessage.empty() ? ctx.langText(445, {}, kModule) : command.doneMessage,
+                        base::Icon::Information);
     return out;
 }
 

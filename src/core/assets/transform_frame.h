@@ -88,6 +88,11 @@ struct TransformCommand {
     // another, such as a loco's cab interior). An empty answer leaves the row unwritten,
     // with `reason` as the report's reason. Unset: the file kind's file is changed.
     std::function<std::string(app::AppContext& ctx, const std::string& file, std::string& reason)> locate;
+    // Where a row's blueprint lies, for rows that are not below GameRoot\Assets (the
+    // list of Content); RowFile when not given.
+    std::function<std::string(const app::AppContext& ctx, const AssetRow& row)> rowFile;
+    // The closing message; Lang(445) when empty.
+    std::string doneMessage;
 
     TransformCommand(std::string routineName, TransformFile kind, Transform change)
         : routine(std::move(routineName)), file(kind), transform(std::move(change)) {}
@@ -126,6 +131,16 @@ std::string RowFile(const app::AppContext& ctx, const AssetRow& row);
 
 // The simulator's cache of blueprints, rebuilt at its next start when missing.
 std::string BlueprintCacheFile(const std::string& gameRoot);
+
+// Compiles `text` as TempFiles\<base>.bin (through <base>.xml beside it) and reads the
+// result back: the compiled file, or empty when the converter failed or the file does not
+// hold exactly the text's content.
+std::string CompileChecked(app::AppContext& ctx, const std::string& base, const std::string& text);
+
+// Puts the file `made` at `target`: a new target in one step (copied beside it, renamed
+// over it); an old one is renamed by the back-up rule first, and overwritten without a
+// back-up when every back-up name is taken. `backup` is the old file's new name.
+base::Status PlaceMadeFile(const std::string& made, const std::string& target, std::string& backup);
 
 // The message of a compile that gave nothing, or not the text it was given.
 std::string CompileFailedMessage(const std::string& file);

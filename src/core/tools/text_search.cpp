@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <vector>
 
 #include "tools/codepage.h"
 
@@ -143,6 +144,30 @@ bool WildcardMatch(std::string_view mask, std::string_view name) {
     }
     while (m < mask.size() && mask[m] == '*') ++m;
     return m == mask.size();
+}
+
+std::string ReplaceEach(std::string_view text, std::initializer_list<Replacement> pairs, CaseRule rule) {
+    std::string out;
+    out.reserve(text.size());
+    long done = 1;  // 1-based: the first character not yet copied
+    std::vector<long> next(pairs.size(), -1);  // each pair's next hit; -1 to be searched
+    while (true) {
+        long best = 0;
+        const Replacement* winner = nullptr;
+        std::size_t k = 0;
+        for (const Replacement& pair : pairs) {
+            long& at = next[k++];
+            if (pair.find.empty()) continue;
+            if (at != 0 && at < done) at = InStr(done, text, pair.find, rule);
+            if (at > 0 && (best == 0 || at < best)) best = at, winner = &pair;
+        }
+        if (winner == nullptr) break;
+        out.append(text.substr(static_cast<std::size_t>(done - 1), static_cast<std::size_t>(best - done)));
+        out.append(winner->by);
+        done = best + static_cast<long>(winner->find.size());
+    }
+    if (static_cast<std::size_t>(done - 1) < text.size()) out.append(text.substr(static_cast<std::size_t>(done - 1)));
+    return out;
 }
 
 }  // namespace ferrolund::tools

@@ -3,6 +3,7 @@
 // substring search on Windows-1252 bytes, 1-based, with 0 for "not found". Searches
 // ignore case through the code page's fold unless a caller asks for an exact match.
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,21 @@ std::string_view Mid(std::string_view text, long start, long length = -1);
 
 // Blanks (spaces only) removed from both ends.
 std::string_view TrimBlanks(std::string_view text);
+
+// Every occurrence of each `find` in `text` replaced by its `by`, in one pass over the
+// text as given: at each place the first pair that matches there wins, and a replacement
+// is never searched again, so one pair cannot act on what another has written. Pairs
+// with an empty `find` are ignored.
+struct Replacement {
+    std::string_view find;
+    std::string_view by;
+};
+std::string ReplaceEach(std::string_view text, std::initializer_list<Replacement> pairs,
+                        CaseRule rule = CaseRule::Ignore);
+inline std::string ReplaceEvery(std::string_view text, std::string_view find, std::string_view by,
+                                CaseRule rule = CaseRule::Ignore) {
+    return ReplaceEach(text, {{find, by}}, rule);
+}
 
 // A '*' and '?' match of a whole name; both sides are compared as given.
 bool WildcardMatch(std::string_view mask, std::string_view name);

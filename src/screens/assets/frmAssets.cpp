@@ -23,6 +23,7 @@
 #include "assets/blueprint.h"
 #include "screens/app/qt_text.h"
 #include "screens/assets/asset_grid.h"
+#include "screens/assets/clone_commands.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
 
@@ -325,13 +326,7 @@ void frmAssets::buildMenus() {
     addAction(check, "mnuPhysics", 0, "Display Physics", [this] { displayPhysics(); });
     auto* clone = new QMenu("Clone", this);
     clone->setObjectName("mnuClone");
-    for (const Entry& e : {Entry{"mnuCloneAsset", 533, "Clone selected Asset"},
-                           Entry{"mnuCloneRS", 534, "Clone Selected rolling-stock"},
-                           Entry{"mnuCloneScenery", 535, "Clone Scenery for ReSkinning"},
-                           Entry{"mnuReskinBP", 536, "Clone for Reskin Blueprint"},
-                           Entry{"mnuProvider", 537, "Correct Provider"}}) {
-        addAction(clone, e.name, e.lang, e.fallback, {});
-    }
+    for (const CloneEntry& e : kCloneEntries) addAction(clone, e.name, e.lang, e.caption, cloneCommand(e.name));
     auto* sounds = new QMenu("Update Sounds", this);
     sounds->setObjectName("mnuSounds");
     // Freight wagons, coaches, any bogie, then the diesel classes; a null name is a separator.

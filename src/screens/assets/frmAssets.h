@@ -108,6 +108,8 @@ private:
     assets::SaveAsAsk coachNameAsk(const std::string& suffix);
     void correctMassCapacity();
     void makeBetterSnow();
+    // The command behind an entry of the Clone menu.
+    std::function<void()> cloneCommand(const std::string& name);
 
     app::AppContext& ctx_;
     AssetGrid* grid_ = nullptr;

@@ -14,9 +14,11 @@
 #include "assets/asset_row.h"
 #include "screens/app/qt_text.h"
 #include "screens/assets/asset_grid.h"
+#include "screens/assets/clone_commands.h"
 #include "screens/services/frmReport.h"
 #include "tools/files.h"
 #include "tools/host_path.h"
+#include "tools/text_search.h"
 
 namespace ferrolund::screens {
 
@@ -97,6 +99,8 @@ frmAssetsAP::frmAssetsAP(app::AppContext& ctx, std::function<void(const std::str
     layout->addWidget(lists, 1);
     auto* commands = new QHBoxLayout;
     for (const char* name : {"cmdAdd", "cmdOpen", "cmdSaveAP", "cmdAppend"}) commands->addWidget(button(name));
+    buttons_["cmdClone"] = CloneButton(ctx_, this, [this](assets::CloneLevel level) { return cloneSources(level); });
+    commands->addWidget(button("cmdClone"));
     commands->addStretch();
     layout->addLayout(commands);
     layout->addWidget(grid_, 2);
@@ -197,6 +201,27 @@ void frmAssetsAP::openInEditor() {
     const std::size_t index = row < 0 ? list_.archive().entries().size() : list_.entries()[static_cast<std::size_t>(row)].index;
     const std::optional<std::string> file = list_.openInEditor(ctx_, index);
     if (file && openInEditor_) openInEditor_(*file);
+}
+
+std::vector<assets::CloneSource> frmAssetsAP::cloneSources(assets::CloneLevel level) const {
+    // An item that is not installed loose is unpacked from the open archive first; its
+    // clone goes to the simulator's Assets all the same.
+    const std::string unpacked = ctx_.appPath("TempFiles\\Unpacked");
+    std::vector<assets::CloneSource> sources;
+    for (std::size_t index : grid_->selectedRows()) {
+        const assets::AssetRow row = assets::AssetRow::FromCells(grid_->grid().rows()[index]);
+        if (tools::TrimBlanks(row.provider).empty()) continue;
+        assets::CloneSource source = assets::SourceOfRow(ctx_, row);
+        if (!tools::FileExists(source.file())) {
+            const auto place = assets::PlaceOf(source, level);
+            if (place && list_.unpackFolder(ctx_, place->folder, unpacked) > 0) {
+                source.targetRoot = source.root;
+                source.root = unpacked;
+            }
+        }
+        sources.push_back(std::move(source));
+    }
+    return sources;
 }
 
 void ShowAssetsAP(app::AppContext& ctx, QWidget* parent, std::function<void(const std::string&)> openInEditor) {

@@ -9,6 +9,7 @@
 
 #include "app/app_context.h"
 #include "assets/ap_assets.h"
+#include "assets/clone_asset.h"
 
 class QCheckBox;
 class QLabel;
@@ -40,6 +41,9 @@ public:
     void chooseArchive(int row);
     void addSelectedEntries();
     void openInEditor();
+
+    // The selected rows as items to clone.
+    std::vector<assets::CloneSource> cloneSources(assets::CloneLevel level) const;
 
 private:
     QPushButton* addButton(const std::string& name, const std::string& caption, void (frmAssetsAP::*command)());

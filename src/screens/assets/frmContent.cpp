@@ -11,6 +11,7 @@
 
 #include "screens/app/qt_text.h"
 #include "screens/assets/asset_grid.h"
+#include "screens/assets/clone_commands.h"
 #include "screens/assets/frmEdCont.h"
 
 namespace ferrolund::screens {
@@ -72,6 +73,14 @@ frmContent::frmContent(app::AppContext& ctx, QWidget* parent) : QDialog(parent),
     layout->addLayout(folderRow);
     auto* commands = new QHBoxLayout;
     for (const char* name : {"cmdAdd", "cmdZero", "cmdDelete", "cmdBinGrid"}) commands->addWidget(button(name));
+    // The clone commands take the selected files wherever they lie.
+    buttons_["cmdClone"] = CloneButton(ctx_, this, [this](assets::CloneLevel) {
+        std::vector<assets::CloneSource> sources;
+        for (std::size_t index : grid_->selectedRows())
+            if (auto source = assets::SourceOfFile(rowFile(index))) sources.push_back(*source);
+        return sources;
+    });
+    commands->addWidget(button("cmdClone"));
     commands->addStretch();
     commands->addWidget(abort_);
     layout->addLayout(commands);

@@ -159,6 +159,17 @@ std::string GeometryXml(const std::vector<std::vector<std::string>>& lods) {
     return xml + "\t</Hierarchy>\r\n</cHcRGeometry>\r\n";
 }
 
+std::string TexturedGeometryXml(const std::vector<std::string>& textures) {
+    std::string xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
+    xml += "<cHcRGeometry xmlns:d=\"http://www.kuju.com/TnT/2003/Delta\" d:version=\"1.0\" d:id=\"410000002\">\r\n";
+    xml += Text("\t", "Name", "model");
+    xml += "\t<Materials>\r\n\t\t<cHcRMaterial d:id=\"410000003\">\r\n\t\t\t<TextureByName>\r\n";
+    for (const std::string& t : textures) xml += Text("\t\t\t\t", "e", t);
+    xml += "\t\t\t</TextureByName>\r\n\t\t</cHcRMaterial>\r\n\t</Materials>\r\n";
+    xml += "\t<Owner d:type=\"cDeltaString\">model</Owner>\r\n";
+    return xml + "</cHcRGeometry>\r\n";
+}
+
 Game::Game() {
     ctx.ui = &ui;
     ctx.appRoot = folder.system() + "\\app";

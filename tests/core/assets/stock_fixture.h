@@ -57,6 +57,8 @@ std::vector<std::filesystem::path> Siblings(const std::filesystem::path& file);
 
 // A geometry whose LOD blocks hold these values.
 std::string GeometryXml(const std::vector<std::vector<std::string>>& lods);
+// A geometry whose one material names these textures (the "<e>" values as written).
+std::string TexturedGeometryXml(const std::vector<std::string>& textures);
 
 struct Game {
     ferrolund::testing::TempFolder folder;
