@@ -88,7 +88,7 @@ base::Status PlaceCopy(const std::string& from, const std::string& to) {
 std::string SceneryBlueprint(std::string_view templateText, std::string_view name, std::string_view geometry) {
     std::string text(templateText);
     text = FillMarkers(std::move(text), {{"aaaaaa", "Static - " + std::string(name)}});
-    text = FillMarkers(std::move(text), {{"bbbbbb", geometry}});
+    text = FillMarkers(std::move(text), {{"bbbbbb", std::string(geometry)}});
     return text;
 }
 

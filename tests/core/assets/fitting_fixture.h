@@ -23,7 +23,7 @@ inline void InstallTemplate(Game& game, const std::string& name) {
 }
 
 // The value of the first element `tag` from `from` on.
-inline std::string TagValue(const std::string& xml, const std::string& tag, long from = 1) {
+inline std::string TagValueAt(const std::string& xml, const std::string& tag, long from = 1) {
     std::string value;
     long pos = from;
     tools::GetDetail(xml, pos, tag, value);
@@ -32,7 +32,7 @@ inline std::string TagValue(const std::string& xml, const std::string& tag, long
 
 // The BlueprintID of the first blueprint reference from `from` on.
 inline std::string ReferenceId(const std::string& xml, long from) {
-    return TagValue(xml, "BlueprintID", tools::InStr(from, xml, "<BlueprintID d:"));
+    return TagValueAt(xml, "BlueprintID", tools::InStr(from, xml, "<BlueprintID d:"));
 }
 
 inline bool Compiles(const std::string& xml) {

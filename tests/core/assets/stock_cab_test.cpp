@@ -90,12 +90,12 @@ TEST_P(CabOcclusions, AreAddedOnceWithTheFilesTheyNeed) {
     const std::string xml = game.xmlOf(locoFile());
     EXPECT_EQ(ChildNames(xml), (std::vector<std::string>{"Exhaust", digits() + "CabShadow", digits() + "CabOcclusion"}));
     const long shadow = FindNamedChild(xml, digits() + "CabShadow").start;
-    EXPECT_EQ(TagValue(xml, "Provider", shadow), "Br\xC3\xBC" "ckner");
-    EXPECT_EQ(TagValue(xml, "Product", shadow), "Diesels");
+    EXPECT_EQ(TagValueAt(xml, "Provider", shadow), "Br\xC3\xBC" "ckner");
+    EXPECT_EQ(TagValueAt(xml, "Product", shadow), "Diesels");
     EXPECT_EQ(ReferenceId(xml, shadow),
               "RailVehicles\\Diesel\\Class" + digits() + "\\Engine\\" + digits() + "CabShadow.xml");
     const long occlusion = FindNamedChild(xml, digits() + "CabOcclusion").start;
-    EXPECT_EQ(TagValue(xml, "Product", occlusion), digits() + "Occ");
+    EXPECT_EQ(TagValueAt(xml, "Product", occlusion), digits() + "Occ");
     // Two new nine-digit ids, different from each other.
     const std::string a = xml.substr(static_cast<std::size_t>(shadow - 1), 60);
     const std::string b = xml.substr(static_cast<std::size_t>(occlusion - 1), 60);
@@ -211,7 +211,7 @@ TEST(AddWheelSlip, WorksOnBogiesUntilARowIsNone) {
     ASSERT_EQ(out.rows.size(), 2u);
     EXPECT_EQ(out.rows[0].reason, "");
     EXPECT_EQ(out.rows[1].reason, "Cancelled.");
-    EXPECT_EQ(TagValue(game.xmlOf("H\\S\\" + front), "Powered"), "eFalse");
+    EXPECT_EQ(TagValueAt(game.xmlOf("H\\S\\" + front), "Powered"), "eFalse");
     EXPECT_EQ(game.bytesOf("H\\S\\" + rear), rearBefore);
     EXPECT_EQ(game.bytesOf("H\\S\\" + last), lastBefore);
     EXPECT_NE(out.report.find("H\\S\\" + loco + "  This item is not a bogie: the walk ends here.\r\n"), std::string::npos);
@@ -238,12 +238,12 @@ TEST(AddWheelSlip, TheSamplesFrontBogieLosesItsDrive) {
     Game game;
     const std::string bogie = "RailVehicles\\Steam\\Merlin\\Bogies\\FrontBogie.bin";
     game.putFile("Hartwell\\SteamHeritage\\" + bogie, sample::OnDisk(root, "Assets\\Hartwell\\SteamHeritage\\" + bogie));
-    EXPECT_EQ(TagValue(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eTrue");
+    EXPECT_EQ(TagValueAt(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eTrue");
     game.okToWarning();
     const TransformOutcome out = AddWheelSlip(game.ctx, {game.row("Hartwell", "SteamHeritage", bogie)});
     ASSERT_EQ(out.rows.size(), 1u);
     EXPECT_EQ(out.rows[0].reason, "");
-    EXPECT_EQ(TagValue(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eFalse");
+    EXPECT_EQ(TagValueAt(game.xmlOf("Hartwell\\SteamHeritage\\" + bogie), "Powered"), "eFalse");
 }
 
 // --- US air brakes ---
@@ -278,9 +278,9 @@ TEST(SetUsAirBrakes, ReplacesTheTrainBrakeHandle) {
     ASSERT_EQ(changed.verdict, Verdict::Changed);
     EXPECT_TRUE(Compiles(changed.text));
     const long brake = tools::InStr(changed.text, ">TrainBrakeControl<");
-    EXPECT_EQ(TagValue(changed.text, "AnimationName", brake), "AutoBrake");
-    EXPECT_EQ(TagValue(changed.text, "Name", brake), "Release");
-    EXPECT_EQ(TagValue(changed.text, "AnimationName", tools::InStr(changed.text, ">Regulator<")), "Throttle");
+    EXPECT_EQ(TagValueAt(changed.text, "AnimationName", brake), "AutoBrake");
+    EXPECT_EQ(TagValueAt(changed.text, "Name", brake), "Release");
+    EXPECT_EQ(TagValueAt(changed.text, "AnimationName", tools::InStr(changed.text, ">Regulator<")), "Throttle");
     EXPECT_EQ(SetUsAirBrakes(changed.text, air).verdict, Verdict::Nothing);
 
     struct Case {
@@ -331,7 +331,7 @@ TEST(ChangeUsAirbrakes, ChangesTheInteriorTheLocoNames) {
     EXPECT_EQ(game.bytesOf("US\\Road\\RailVehicles\\Diesel\\GP38\\Engine\\GP38.bin"), loco);
     EXPECT_EQ(game.bytesOf("US\\Road\\Engine\\Linear.bin"), linear);
     EXPECT_TRUE(fs::exists(game.onDisk("US\\Road\\" + interior + ".bak")));
-    EXPECT_EQ(TagValue(game.xmlOf("US\\Road\\" + interior), "Name", tools::InStr(game.xmlOf("US\\Road\\" + interior), "<Notches")),
+    EXPECT_EQ(TagValueAt(game.xmlOf("US\\Road\\" + interior), "Name", tools::InStr(game.xmlOf("US\\Road\\" + interior), "<Notches")),
               "Release");
     const auto texts = game.ui.texts();
     EXPECT_EQ(texts.front(), "This option will modify airbrakes on US Diesels");

@@ -40,7 +40,7 @@ std::vector<std::string> MatrixOf(const std::string& xml, const std::string& chi
     std::vector<std::string> values;
     if (!block) return values;
     const std::string text = xml.substr(static_cast<std::size_t>(block.start - 1), static_cast<std::size_t>(block.length));
-    for (long at = tools::InStr(text, "<e "); at > 0; at = tools::InStr(at + 1, text, "<e ")) values.push_back(TagValue(text, "e", at));
+    for (long at = tools::InStr(text, "<e "); at > 0; at = tools::InStr(at + 1, text, "<e ")) values.push_back(TagValueAt(text, "e", at));
     return values;
 }
 
@@ -127,9 +127,9 @@ TEST(AddLamps, EachTrainTypeLightsItsPlacesAndNamesTheItem) {
         EXPECT_EQ(ChildNames(result.text), expected) << kTrainTypes[type].caption;
         const std::string suffix = kTrainTypes[type].suffix;
         EXPECT_EQ(result.saveAs, "Class58" + suffix + ".bin");
-        EXPECT_EQ(TagValue(result.text, "Name"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
-        EXPECT_EQ(TagValue(result.text, "Spanish"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
-        EXPECT_EQ(TagValue(result.text, "Dutch"), "");  // five languages only
+        EXPECT_EQ(TagValueAt(result.text, "Name"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
+        EXPECT_EQ(TagValueAt(result.text, "Spanish"), "Class 58 \xC3\xA9t\xC3\xA9" + suffix);
+        EXPECT_EQ(TagValueAt(result.text, "Dutch"), "");  // five languages only
         EXPECT_TRUE(Compiles(result.text)) << type;
     }
     const TransformResult top = AddLamps(loco, code, entry, LampKind::Head, 8, "Class58");
@@ -148,7 +148,7 @@ TEST(AddLamps, AnEmptyChildListOrAMissingPositionAreHandled) {
     EXPECT_EQ(ChildNames(empty.text), std::vector<std::string>{"TailLamp"});
     EXPECT_EQ(tools::InStr(empty.text, "<Children/>"), 0);
     EXPECT_EQ(empty.saveAs, "");  // tail-lights change the item itself
-    EXPECT_EQ(TagValue(empty.text, "Name"), "Wagon");
+    EXPECT_EQ(TagValueAt(empty.text, "Name"), "Wagon");
     EXPECT_GT(tools::InStr(empty.text, "Zugschlusslaterne.xml"), 0);
     EXPECT_TRUE(Compiles(empty.text));
 
@@ -181,7 +181,7 @@ TEST(AddLights, SavesTheHeadcodeBesideTheOriginal) {
     EXPECT_EQ(game.bytesOf(kLocoFile), before);
     const std::string made = game.xmlOf("Ostvale\\NorthernLines\\RailVehicles\\Diesel\\Class58\\Engine\\Class58_XP-Pass.bin");
     EXPECT_EQ(ChildNames(made), (std::vector<std::string>{"HeadLamp2", "HeadLamp4", "Exhaust"}));
-    EXPECT_EQ(TagValue(made, "English"), "Ostvale Class 58_XP-Pass");
+    EXPECT_EQ(TagValueAt(made, "English"), "Ostvale Class 58_XP-Pass");
     EXPECT_EQ(MatrixOf(made, "HeadLamp2")[14], "9.72");  // as the converter prints it
     const long lamp = FindNamedChild(made, "HeadLamp4").start;
     EXPECT_EQ(ReferenceId(made, lamp), "Scenery\\Animated\\oillamp_white_drb.xml");
