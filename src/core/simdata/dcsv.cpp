@@ -22,31 +22,38 @@ std::string ItemFault(long item, const std::string& what) {
     return "The .dcsv file is damaged: item " + std::to_string(item) + " " + what + ".";
 }
 
-// One item: from its "<cCSVItem" to its "</cCSVItem", 1-based positions in the file.
-struct ItemSpan {
-    long open = 0;
-    long close = 0;
+// Where the values of one item lie in the file: 0-based offsets, X then Y, each from its
+// first character to one past its last.
+struct ValueSpans {
+    std::size_t begin[2] = {0, 0};
+    std::size_t end[2] = {0, 0};
 };
 
 // Every item of the text, checked: each is closed before the next opens, and holds a
 // closed X and Y of its own.
-std::string ScanItems(std::string_view text, std::vector<ItemSpan>* spans, std::vector<DcsvPoint>* points) {
+std::string ScanItems(std::string_view text, std::vector<ValueSpans>* spans, std::vector<DcsvPoint>* points) {
     long number = 0;
     for (long open = InStr(text, kItemOpen); open > 0;) {
         ++number;
         const long close = InStr(open, text, kItemClose);
         const long next = InStr(open + 1, text, kItemOpen);
         if (close == 0 || (next > 0 && next < close)) return ItemFault(number, "is not closed");
-        const std::string_view item = text.substr(static_cast<std::size_t>(open - 1),
-                                                  static_cast<std::size_t>(close - open));
+        const auto itemStart = static_cast<std::size_t>(open - 1);
+        const std::string_view item = text.substr(itemStart, static_cast<std::size_t>(close - open));
         DcsvPoint point;
+        ValueSpans at;
+        int k = 0;
         for (auto [tag, value] : {std::pair{"X", &point.x}, std::pair{"Y", &point.y}}) {
             long pos = 1;
             if (tools::GetDetail(item, pos, tag, *value))
                 return ItemFault(number, std::string("has an unclosed <") + tag + "> element");
             if (pos == 0) return ItemFault(number, std::string("has no <") + tag + "> element");
+            // pos is the closing tag's; the value stands right before it.
+            at.end[k] = itemStart + static_cast<std::size_t>(pos) - 1;
+            at.begin[k] = at.end[k] - value->size();
+            ++k;
         }
-        if (spans) spans->push_back({open, close});
+        if (spans) spans->push_back(at);
         if (points) points->push_back(std::move(point));
         open = next;
     }
@@ -65,23 +72,37 @@ std::string ReadDcsvPoints(std::string_view text, std::vector<DcsvPoint>& points
 }
 
 std::string PutDcsvPoints(std::string& text, const std::vector<DcsvPoint>& points) {
-    std::vector<ItemSpan> items;
+    std::vector<ValueSpans> items;
     if (std::string fault = ScanItems(text, &items, nullptr); !fault.empty()) return fault;
     const std::size_t count = std::min(items.size(), points.size());
     std::size_t written = 0;
     while (written < count && !points[written].x.empty()) ++written;
+    // The values to replace, in the order they stand in the text.
+    struct Replacement {
+        std::size_t begin, end;
+        std::string_view value;
+    };
+    std::vector<Replacement> replacements;
     for (std::size_t i = 0; i < written; ++i) {
-        for (const std::string* value : {&points[i].x, &points[i].y}) {
-            if (BreaksXml(*value)) return "The value " + *value + " cannot be written into a .dcsv file.";
+        for (int k = 0; k < 2; ++k) {
+            const std::string& value = k == 0 ? points[i].x : points[i].y;
+            if (BreaksXml(value)) return "The value " + value + " cannot be written into a .dcsv file.";
+            replacements.push_back({items[i].begin[k], items[i].end[k], tools::TrimBlanks(value)});
         }
     }
-    // From the last item back, so that the positions of the earlier ones stay true.
-    for (std::size_t i = written; i-- > 0;) {
-        for (auto [tag, value] : {std::pair{"Y", &points[i].y}, std::pair{"X", &points[i].x}}) {
-            long pos = items[i].open;
-            if (base::Status failed = tools::PutDetail(text, pos, tag, *value)) return failed->description;
-        }
+    std::sort(replacements.begin(), replacements.end(),
+              [](const Replacement& a, const Replacement& b) { return a.begin < b.begin; });
+    // One pass over the text, so that a file of many thousand markers takes no longer
+    // than reading it.
+    std::string out;
+    out.reserve(text.size() + 64);
+    std::size_t from = 0;
+    for (const Replacement& r : replacements) {
+        out.append(text, from, r.begin - from).append(r.value);
+        from = r.end;
     }
+    out.append(text, from, std::string::npos);
+    text = std::move(out);
     return {};
 }
 
