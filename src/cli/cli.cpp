@@ -14,6 +14,7 @@
 #include "cli/verb_ap.h"
 #include "cli/verb_assets.h"
 #include "cli/verb_check.h"
+#include "cli/verb_dcsv.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_routes.h"
 #include "cli/verb_scenarios.h"
@@ -108,6 +109,10 @@ const std::vector<Verb>& Verbs() {
          "put the pixels of DDS back into the texture TGPCDX (the old file kept as a back-up), using\n"
          "      the side file beside DDS", DdsToTexVerb},
         {"dds-info", "dds-info FILE...", "show the format, size and mip-map count of .dds files", DdsInfoVerb},
+        {"dcsv", "dcsv FILE [--png OUT] [--svg OUT] [--size WxH] [--process]",
+         "print the points of a .dcsv curve as X,Y lines, or draw its chart as a PNG picture and/or an SVG\n"
+         "      drawing (960x640 unless --size says otherwise); --process first gives it back the precision of\n"
+         "      its source .csv (Source\\... for Assets\\...), the old file kept as a back-up", DcsvVerb},
     };
     return verbs;
 }

@@ -25,24 +25,29 @@ PlotLimits LimitsOf(const std::vector<double>& xs, const std::vector<double>& ys
     return limits;
 }
 
-std::vector<GridMark> XGridMarks(const PlotArea& area, const PlotLimits& limits) {
+namespace {
+
+// The lines of one axis: `steps` + 1 of them from `first` to `last` on the canvas,
+// labelled from `firstValue` to `lastValue`.
+std::vector<GridMark> Marks(double first, double last, double firstValue, double lastValue, int steps,
+                            const char* pattern) {
     std::vector<GridMark> marks;
-    const int steps = std::max(limits.XSteps, 1);
-    const double pitch = (area.PlotRight - area.PlotLeft) / steps;
-    const double labelPitch = (limits.XMax - limits.XMin) / steps;
+    steps = std::max(steps, 1);
+    const double pitch = (last - first) / steps;
+    const double labelPitch = (lastValue - firstValue) / steps;
     for (int i = 0; i <= steps; ++i)
-        marks.push_back({area.PlotLeft + pitch * i, tools::FormatNumber(limits.XMin + labelPitch * i, "0.00")});
+        marks.push_back({first + pitch * i, tools::FormatNumber(firstValue + labelPitch * i, pattern)});
     return marks;
 }
 
+}  // namespace
+
+std::vector<GridMark> XGridMarks(const PlotArea& area, const PlotLimits& limits) {
+    return Marks(area.PlotLeft, area.PlotRight, limits.XMin, limits.XMax, limits.XSteps, "0.00");
+}
+
 std::vector<GridMark> YGridMarks(const PlotArea& area, const PlotLimits& limits) {
-    std::vector<GridMark> marks;
-    const int steps = std::max(limits.YSteps, 1);
-    const double pitch = (area.PlotBottom - area.PlotTop) / steps;
-    const double labelPitch = (limits.YMax - limits.YMin) / steps;
-    for (int i = 0; i <= steps; ++i)
-        marks.push_back({area.PlotTop + pitch * i, tools::FormatNumber(limits.YMax - labelPitch * i, "0.0000")});
-    return marks;
+    return Marks(area.PlotTop, area.PlotBottom, limits.YMax, limits.YMin, limits.YSteps, "0.0000");
 }
 
 std::optional<PlotPosition> CurvePen::Place(const PlotArea& area, const PlotLimits& limits, double x, double y) {
@@ -59,9 +64,11 @@ std::optional<PlotPosition> CurvePen::Place(const PlotArea& area, const PlotLimi
 std::optional<PlotSegment> CurvePen::PlotPoint(double x, double y) {
     const std::optional<PlotPosition> at = Place(area_, limits_, x, y);
     if (!at) return std::nullopt;
-    std::optional<PlotSegment> line;
-    if (previous_) line = PlotSegment{*previous_, *at};
-    previous_ = at;
+    const PlotSegment line{previous_, *at};
+    const bool drawn = started_;
+    previous_ = *at;
+    started_ = true;
+    if (!drawn) return std::nullopt;
     return line;
 }
 

@@ -71,7 +71,8 @@ public:
 private:
     PlotArea area_;
     PlotLimits limits_;
-    std::optional<PlotPosition> previous_;
+    PlotPosition previous_;
+    bool started_ = false;  // a previous position is set
 };
 
 // The lines of a whole curve, the points walked in the order given.
