@@ -1,6 +1,7 @@
 #include "simdata/plot.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "simdata/dcsv.h"
 #include "tools/vb_format.h"
@@ -11,8 +12,9 @@ PlotArea LayOutPlot(double width, double height) {
     PlotArea area;
     area.PlotLeft = kPlotLeftTwips / kTwipsPerUnit;
     area.PlotTop = kPlotTopTwips / kTwipsPerUnit;
-    area.PlotRight = std::max(area.PlotLeft, width - kPlotRightMarginTwips / kTwipsPerUnit);
-    area.PlotBottom = std::max(area.PlotTop, height - kPlotBottomMarginTwips / kTwipsPerUnit);
+    // Whole units, so that the frame's lines fall on whole pixels of a plain screen.
+    area.PlotRight = std::max(area.PlotLeft, std::round(width - kPlotRightMarginTwips / kTwipsPerUnit));
+    area.PlotBottom = std::max(area.PlotTop, std::round(height - kPlotBottomMarginTwips / kTwipsPerUnit));
     return area;
 }
 

@@ -21,7 +21,8 @@ struct PlotArea {
     double PlotLeft = 0, PlotTop = 0, PlotRight = 0, PlotBottom = 0;
 };
 
-// The frame of a canvas of the given size. A canvas too small for the margins gets a frame
+// The frame of a canvas of the given size, its right and bottom edges rounded to whole
+// units. A canvas too small for the margins gets a frame
 // of no width or height rather than a reversed one.
 PlotArea LayOutPlot(double width, double height);
 

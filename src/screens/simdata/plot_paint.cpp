@@ -64,7 +64,8 @@ void PaintLegend(QPainter& painter, const simdata::PlotArea& area, const simdata
 
 void PaintPlot(QPainter& painter, const QSizeF& size, const simdata::PlotPicture& picture, bool withTitle) {
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing, true);
+    // The frame and the grid run along whole units: drawn sharp, without smoothing.
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.fillRect(QRectF(QPointF(0, 0), size), Qt::white);
     const simdata::PlotArea area = simdata::LayOutPlot(size.width(), size.height());
@@ -95,6 +96,7 @@ void PaintPlot(QPainter& painter, const QSizeF& size, const simdata::PlotPicture
     // Curves stay within the frame: a point above the limits is placed, but not drawn
     // over the labels.
     painter.setClipRect(frame.adjusted(-2, -2, 2, 2));
+    painter.setRenderHint(QPainter::Antialiasing, true);
     for (const simdata::PlotCurve& curve : picture.curves) {
         painter.setPen(QPen(QColor(curve.red, curve.green, curve.blue), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         for (const simdata::PlotSegment& line : simdata::CurveSegments(area, picture.limits, curve.xs, curve.ys))

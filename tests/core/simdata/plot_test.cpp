@@ -7,7 +7,7 @@
 namespace ferrolund::simdata {
 namespace {
 
-// A canvas of 600 x 400 units: the frame runs from (100, 100) to (366.67, 233.33).
+// A canvas of 600 x 400 units: the frame runs from (100, 100) to (367, 233).
 const PlotArea kArea = LayOutPlot(600, 400);
 
 PlotLimits Limits(double xMin, double xMax, double yMin, double yMax) {
@@ -22,8 +22,8 @@ PlotLimits Limits(double xMin, double xMax, double yMin, double yMax) {
 TEST(PlotXy, TheMarginsAreTheLayoutsTwips) {
     EXPECT_DOUBLE_EQ(kArea.PlotLeft, 100);
     EXPECT_DOUBLE_EQ(kArea.PlotTop, 100);
-    EXPECT_DOUBLE_EQ(kArea.PlotRight, 600 - 3500.0 / 15);
-    EXPECT_DOUBLE_EQ(kArea.PlotBottom, 400 - 2500.0 / 15);
+    EXPECT_DOUBLE_EQ(kArea.PlotRight, 367);  // 600 less 3,500 twips, rounded
+    EXPECT_DOUBLE_EQ(kArea.PlotBottom, 233);
     const PlotArea tiny = LayOutPlot(50, 50);
     EXPECT_EQ(tiny.PlotRight, tiny.PlotLeft);
     EXPECT_EQ(tiny.PlotBottom, tiny.PlotTop);

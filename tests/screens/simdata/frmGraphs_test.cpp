@@ -76,9 +76,13 @@ TEST(frmGraphs, DrawsRetypesRedrawsAndSaves) {
     EXPECT_GT(CountPixels(chart, qRgb(152, 245, 255)), 1000);
     EXPECT_GT(CountPixels(chart, qRgb(255, 0, 0)), 50);
     EXPECT_EQ(CountPixels(chart, qRgb(0, 255, 0)), 0);
-    // The frame's outline: black on its left edge, below its top grid line.
-    EXPECT_EQ(chart.pixel(static_cast<int>(area.PlotLeft), static_cast<int>(area.PlotTop) + 5) & 0xffffff, 0u);
-    EXPECT_EQ(chart.pixel(static_cast<int>(area.PlotLeft) + 5, static_cast<int>(area.PlotBottom)) & 0xffffff, 0u);
+    // The frame's outline: black along its left and bottom edges, between the grid lines.
+    const int left = static_cast<int>(area.PlotLeft), bottom = static_cast<int>(area.PlotBottom);
+    for (int along = 3; along < 12; ++along) {
+        EXPECT_EQ(chart.pixel(left, bottom - along) & 0xffffff, 0u) << along;
+        EXPECT_EQ(chart.pixel(left + along, bottom) & 0xffffff, 0u) << along;
+        EXPECT_EQ(chart.pixel(left + along, static_cast<int>(area.PlotTop) + along), qRgb(152, 245, 255)) << along;
+    }
     testing::Screenshot(screen, "frmGraphs");
 
     screen.points()->item(1, 1)->setText("60000");
