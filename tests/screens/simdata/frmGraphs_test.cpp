@@ -32,10 +32,12 @@ struct GraphsFixture : testing::ScreenFixture {
     }
 };
 
-int CountPixels(const QImage& image, QRgb colour) {
+// Pixels of the colour in the image, or only within the rectangle when one is given.
+int CountPixels(const QImage& image, QRgb colour, QRect within = {}) {
+    if (within.isNull()) within = image.rect();
     int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
+    for (int y = within.top(); y <= within.bottom(); ++y)
+        for (int x = within.left(); x <= within.right(); ++x)
             if ((image.pixel(x, y) & 0xffffff) == (colour & 0xffffff)) ++count;
     return count;
 }
@@ -76,10 +78,10 @@ TEST(frmGraphs, DrawsRetypesRedrawsAndSaves) {
     EXPECT_GT(CountPixels(chart, qRgb(152, 245, 255)), 1000);
     EXPECT_GT(CountPixels(chart, qRgb(255, 0, 0)), 50);
     EXPECT_EQ(CountPixels(chart, qRgb(0, 255, 0)), 0);
-    // The frame's outline: black along its left and bottom edges, between the grid lines.
+    // The frame's outline: black along its left and bottom edges, away from the curve.
     const int left = static_cast<int>(area.PlotLeft), bottom = static_cast<int>(area.PlotBottom);
     for (int along = 3; along < 12; ++along) {
-        EXPECT_EQ(chart.pixel(left, bottom - along) & 0xffffff, 0u) << along;
+        EXPECT_EQ(chart.pixel(left, static_cast<int>(area.PlotTop) + along) & 0xffffff, 0u) << along;
         EXPECT_EQ(chart.pixel(left + along, bottom) & 0xffffff, 0u) << along;
         EXPECT_EQ(chart.pixel(left + along, static_cast<int>(area.PlotTop) + along), qRgb(152, 245, 255)) << along;
     }
@@ -111,7 +113,10 @@ TEST(frmGraphs, AFlatCurveDrawsTheFrameOnly) {
     screen.show();
     screen.loadCurve(3);
     const QImage chart = Shot(*screen.plot());
-    EXPECT_EQ(CountPixels(chart, qRgb(255, 0, 0)), 0);
+    const simdata::PlotArea area = simdata::LayOutPlot(screen.plot()->width(), screen.plot()->height());
+    const QRect frame(QPoint(static_cast<int>(area.PlotLeft), static_cast<int>(area.PlotTop)),
+                      QPoint(static_cast<int>(area.PlotRight), static_cast<int>(area.PlotBottom)));
+    EXPECT_EQ(CountPixels(chart, qRgb(255, 0, 0), frame), 0);  // the legend alone is red
     EXPECT_GT(CountPixels(chart, qRgb(152, 245, 255)), 1000);
     EXPECT_TRUE(f.ui.shown.empty());
 }
