@@ -15,6 +15,7 @@
 #include "cli/verb_assets.h"
 #include "cli/verb_check.h"
 #include "cli/verb_consists.h"
+#include "cli/verb_dcsv.h"
 #include "cli/verb_make_sample.h"
 #include "cli/verb_physics.h"
 #include "cli/verb_routes.h"
@@ -125,6 +126,10 @@ const std::vector<Verb>& Verbs() {
          "      mass, scenery, category (the category from --answer), in-scenarios, english-only, zero-emissive\n"
          "      or snow; FILE is Provider\\Product\\Path below Assets; new files take the base name with _MT or\n"
          "      _Dead; the frame's warning wants --yes; exit code 1 when a file was not written", StockTransformVerb},
+        {"dcsv", "dcsv FILE [--png OUT] [--svg OUT] [--size WxH] [--process]",
+         "print the points of a .dcsv curve as X,Y lines, or draw its chart as a PNG picture and/or an SVG\n"
+         "      drawing (960x640 unless --size says otherwise); --process first gives it back the precision of\n"
+         "      its source .csv (Source\\... for Assets\\...), the old file kept as a back-up", DcsvVerb},
     };
     return verbs;
 }

@@ -12,11 +12,13 @@
 #include "tools/host_path.h"
 #include "tools/tags.h"
 #include "tools/text_repair.h"
+#include "tools/template_text.h"
 #include "tools/text_search.h"
 
 namespace ferrolund::routes {
 
 using tools::InStr;
+using tools::ReplaceAll;
 
 namespace {
 
@@ -77,11 +79,6 @@ std::string WithLineEnds(const std::string& block, const std::string& lineEnd) {
     }
     if (!out.empty() && out.substr(out.size() - lineEnd.size()) != lineEnd) out += lineEnd;
     return out;
-}
-
-void ReplaceAll(std::string& text, std::string_view marker, const std::string& value) {
-    for (std::size_t at = text.find(marker); at != std::string::npos; at = text.find(marker, at + value.size()))
-        text.replace(at, marker.size(), value);
 }
 
 // The largest d:id of the text; the ids given to new blocks follow it.

@@ -14,6 +14,7 @@
 #include "tools/serz_convert.h"
 #include "tools/tags.h"
 #include "tools/text_repair.h"
+#include "tools/template_text.h"
 #include "tools/text_search.h"
 #include "tools/vb_format.h"
 
@@ -22,14 +23,10 @@ namespace ferrolund::scenarios {
 namespace {
 
 using tools::InStr;
+using tools::ReplaceAll;
 
 // The line end the text itself uses.
 std::string LineEndOf(std::string_view text) { return text.find("\r\n") != std::string_view::npos ? "\r\n" : "\n"; }
-
-void ReplaceAll(std::string& text, std::string_view find, std::string_view by) {
-    for (std::size_t at = text.find(find); at != std::string::npos; at = text.find(find, at + by.size()))
-        text.replace(at, find.size(), by);
-}
 
 // Inserts `piece` at the 1-based position `at` (the character at `at` follows it).
 void InsertAt(std::string& text, long at, std::string_view piece) {

@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 
 #include "tools/files.h"
@@ -91,6 +92,35 @@ base::Status ReplaceWithBackup(const std::string& made, const std::string& targe
     ForgetPath(target);
     backup = outcome.backup;
     return {};
+}
+
+base::Status WriteWithBackup(const std::string& target, std::string_view bytes, const BackupRule& rule,
+                            std::string& backup) {
+    backup.clear();
+    const std::string scratch = target + ".ferrolund-new";
+    const fs::path host = HostPath(scratch);
+    std::error_code ec;
+    {
+        std::ofstream out(host, std::ios::binary | std::ios::trunc);
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        out.close();
+        if (!out) {
+            fs::remove(host, ec);
+            ForgetPath(scratch);
+            return base::err::PathFileAccess(target);
+        }
+    }
+    base::Status result;
+    if (Taken(target)) {
+        result = ReplaceWithBackup(scratch, target, rule, backup);
+    } else {
+        fs::rename(host, HostPath(target), ec);
+        if (ec) result = base::err::PathFileAccess(target);
+    }
+    fs::remove(host, ec);
+    ForgetPath(scratch);
+    ForgetPath(target);
+    return result;
 }
 
 }  // namespace ferrolund::tools

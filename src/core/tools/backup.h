@@ -64,6 +64,13 @@ BackupOutcome MakeBackup(std::string_view path, const BackupRule& rule = kBackup
 base::Status ReplaceWithBackup(const std::string& made, const std::string& target, const BackupRule& rule,
                               std::string& backup);
 
+// Writes `bytes` as the file `target`: first beside it under a scratch name, then put in
+// its place, an existing target renamed by the rule before. A failed write leaves the
+// target as it was and no scratch file behind. `backup` is the old file's new name,
+// empty when there was none.
+base::Status WriteWithBackup(const std::string& target, std::string_view bytes, const BackupRule& rule,
+                            std::string& backup);
+
 // The unnumbered back-up name of `path` under the rule.
 std::string BackupBaseName(std::string_view path, const BackupRule& rule);
 

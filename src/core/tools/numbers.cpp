@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <mutex>
 #include <random>
+#include <system_error>
 #include <vector>
 
 #include "tools/vb_format.h"
@@ -130,7 +132,13 @@ double VbVal(std::string_view text) {
         while (k < text.size() && std::isdigit(static_cast<unsigned char>(text[k]))) exponent += text[k++];
         if (k > firstDigit) number += exponent;
     }
-    const double value = std::strtod(number.c_str(), nullptr);
+    // Read without regard to the process's locale: a desktop session in a language that
+    // writes a decimal comma must not turn "0.5" into 0.
+    if (number.front() == '+') number.erase(0, 1);
+    double value = 0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    (void)end;
+    if (error != std::errc()) return 0;
     return std::isfinite(value) ? value : 0;
 }
 
