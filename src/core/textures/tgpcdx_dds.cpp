@@ -405,6 +405,27 @@ ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folde
     return result;
 }
 
+ConversionResult XmlToDdsFile(std::string_view xml, const std::string& ddsPath) {
+    TextureImage image;
+    if (std::string error = ReadTextureXml(xml, image); !error.empty()) return Failed(error);
+    std::string error;
+    const std::string dds = MakeDds(xml, image, error);
+    if (!error.empty()) return Failed(error);
+    ConversionResult result;
+    result.output = ddsPath;
+    if (!WriteFile(ddsPath, dds) || !WriteFile(Beside(ddsPath, ".dat"), SideFileText(image)))
+        return Failed("Unable to write " + ddsPath);
+    result.label = image.format->label;
+    result.mipCount = image.blobSize.size();
+    return result;
+}
+
+std::string TgPcDxBytesToDds(std::string_view binary, std::string& error) {
+    TextureImage image;
+    error.clear();
+    return BinaryToDds(binary, image, error);
+}
+
 ConversionResult DdsToTgPcDx(const std::string& dds, const std::string& tgpcdx) {
     ConversionResult result;
     bool ok = false;
@@ -428,8 +449,11 @@ ConversionResult DdsToTgPcDx(const std::string& dds, const std::string& tgpcdx) 
     std::string binary;
     if (tools::FileExists(tgpcdx)) binary = PatchedOriginal(ReadFile(tgpcdx, ok), side, bytes);
     if (binary.empty()) {
-        if (const serz::CodecStatus status = serz::XmlToBinary(RebuildXml(side, bytes), binary))
-            return Failed(status->message);
+        if (const serz::CodecStatus status = serz::XmlToBinary(RebuildXml(side, bytes), binary)) {
+            result = Failed(status->message);
+            result.converterFailed = true;
+            return result;
+        }
     }
     const std::string made = Beside(dds, ".bin");
     if (!WriteFile(made, binary)) {

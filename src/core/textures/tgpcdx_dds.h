@@ -67,11 +67,18 @@ struct ConversionResult {
     std::string backup;  // the old .TgPcDx's new name, when one was replaced
     std::string label;   // the format's label
     std::size_t mipCount = 0;
+    bool converterFailed = false;  // the texture's XML could not be made binary again
 };
 
 // Writes "<folder>/<base>.dds" and "<folder>/<base>.dat" for the .TgPcDx at `tgpcdx`
 // (system paths); makes the folder when absent.
 ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folder);
+// The same from the texture's XML text, as the editor shows it, to "<ddsPath>" and the side
+// file beside it.
+ConversionResult XmlToDdsFile(std::string_view xml, const std::string& ddsPath);
+// The .dds of a .TgPcDx's bytes, made in memory; empty with `error` set when they are no
+// texture the conversion knows.
+std::string TgPcDxBytesToDds(std::string_view binary, std::string& error);
 // Puts the pixels of `dds` back into a .TgPcDx at `tgpcdx`, with everything else from the
 // side file beside the .dds. An existing `tgpcdx` is renamed to a back-up first. Nothing
 // is changed when the .dds no longer matches the side file.

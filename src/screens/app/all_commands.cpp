@@ -9,6 +9,7 @@ void RegisterRouteCommands(MenuCommands& menu);       // screens/routes/route_co
 void RegisterAssetCommands(MenuCommands& menu);       // screens/assets/asset_commands.cpp
 void RegisterContentCommands(MenuCommands& menu);     // screens/assets/content_commands.cpp
 void RegisterScenarioCommands(MenuCommands& menu);    // screens/scenarios/scenario_commands.cpp
+void RegisterTextureCommands(MenuCommands& menu);     // screens/textures/texture_commands.cpp
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
@@ -19,6 +20,7 @@ void RegisterAllCommands(MenuCommands& menu) {
     RegisterAssetCommands(menu);
     RegisterContentCommands(menu);
     RegisterScenarioCommands(menu);
+    RegisterTextureCommands(menu);
 }
 
 }  // namespace ferrolund::screens
