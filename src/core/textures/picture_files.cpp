@@ -53,6 +53,7 @@ std::vector<std::string> FilesMatching(const std::string& folder, std::string_vi
 PictureKind KindOfPicture(std::string_view name) {
     if (EndsWithNoCase(name, ".TgPcDx")) return PictureKind::Texture;
     if (EndsWithNoCase(name, ".dds")) return PictureKind::Dds;
+    if (EndsWithNoCase(name, ".tga")) return PictureKind::Targa;
     return PictureKind::Picture;
 }
 

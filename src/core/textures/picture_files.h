@@ -18,7 +18,7 @@ std::vector<std::string> FilterMasks(std::string_view filterText);
 std::vector<std::string> FilesMatching(const std::string& folder, std::string_view filterText);
 
 // What a picture file is to the viewer, from its name.
-enum class PictureKind { Texture, Dds, Picture };
+enum class PictureKind { Texture, Dds, Targa, Picture };
 PictureKind KindOfPicture(std::string_view name);
 
 }  // namespace ferrolund::textures

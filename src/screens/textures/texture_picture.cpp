@@ -6,10 +6,21 @@
 
 #include "screens/app/qt_text.h"
 #include "textures/picture_files.h"
+#include "textures/tga_image.h"
 #include "textures/tgpcdx_dds.h"
 #include "tools/host_path.h"
 
 namespace ferrolund::screens {
+
+namespace {
+
+QImage FromRgba(const textures::RgbaImage& rgba) {
+    const QImage view(rgba.pixels.data(), rgba.width, rgba.height, rgba.width * 4, QImage::Format_RGBA8888);
+    // The copy owns its pixels; the decoded buffer goes with the caller.
+    return view.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+}  // namespace
 
 QImage DdsLevelImage(const textures::DdsImage& dds, int level, QString& error) {
     textures::RgbaImage rgba;
@@ -17,9 +28,7 @@ QImage DdsLevelImage(const textures::DdsImage& dds, int level, QString& error) {
         error = ToQt(failed->description);
         return {};
     }
-    const QImage view(rgba.pixels.data(), rgba.width, rgba.height, rgba.width * 4, QImage::Format_RGBA8888);
-    // The copy owns its pixels; the decoded buffer goes with this function.
-    return view.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return FromRgba(rgba);
 }
 
 Picture LoadPicture(const std::string& systemPath) {
@@ -39,6 +48,12 @@ Picture LoadPicture(const std::string& systemPath) {
         return picture;
     }
     std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (kind == textures::PictureKind::Targa) {
+        textures::RgbaImage rgba;
+        if (const base::Status failed = textures::DecodeTga(bytes, rgba)) picture.error = ToQt(failed->description);
+        else picture.image = FromRgba(rgba);
+        return picture;
+    }
     if (kind == textures::PictureKind::Texture) {
         std::string error;
         bytes = textures::TgPcDxBytesToDds(bytes, error);

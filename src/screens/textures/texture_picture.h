@@ -1,6 +1,7 @@
 #pragma once
 // Picture files read for the texture viewer: a .TgPcDx turned into its .dds in memory, a
-// .dds read with all its mip levels, and every other kind through Qt's image readers.
+// .dds read with all its mip levels, a .tga by our own reader (Qt has none by default), and
+// every other kind through Qt's image readers.
 
 #include <QImage>
 #include <QString>
