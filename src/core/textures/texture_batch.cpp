@@ -37,7 +37,15 @@ BatchSummary ConvertTextures(base::RunContext& ctx, const std::vector<std::strin
             ctx.ui->progressCount(i, files.size(), "textures");
             ctx.ui->progress(static_cast<int>(i * 100 / files.size()), files[i].substr(slash + 1));
         }
-        const ConversionResult result = TgPcDxToDds(files[i], outFolder);
+        // A large texture lets events through while it is written, so "&Abort" is heard.
+        const ConversionResult result = TgPcDxToDds(files[i], outFolder, [&ctx] {
+            if (ctx.ui) ctx.ui->pump();
+            return ctx.abortFlag;
+        });
+        if (result.stopped) {
+            summary.aborted = true;
+            break;
+        }
         ++(result.error.empty() ? summary.converted : summary.failed);
         if (each) each(files[i], result);
     }

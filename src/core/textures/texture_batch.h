@@ -1,7 +1,7 @@
 #pragma once
 // Many textures to .dds in one run: a folder's .TgPcDx files, each converted as the
-// Graphics Tools convert one, with progress between files and a stop at "&Abort". The
-// file being written when the abort comes is finished; no file is left half written.
+// Graphics Tools convert one, with progress between files and a stop at "&Abort". A
+// file being written when the abort comes is removed; no file is left half written.
 
 #include <cstddef>
 #include <functional>
@@ -23,9 +23,10 @@ struct BatchSummary {
     bool aborted = false;  // stopped by AbortFlag before the last file
 };
 
-// Converts each file to "<outFolder>\<base>.dds" and its side file. Before each file it
-// lets events through (ctx.ui->pump), stops when AbortFlag is set, and tells the
-// progress; `each` hears every file's result.
+// Converts each file to "<outFolder>\<base>.dds" and its side file. Before each file, and
+// between the steps of each, it lets events through (ctx.ui->pump) and stops when
+// AbortFlag is set: a file stopped half-way is removed. It tells the progress; `each`
+// hears the result of every file finished.
 BatchSummary ConvertTextures(base::RunContext& ctx, const std::vector<std::string>& files,
                              const std::string& outFolder,
                              const std::function<void(const std::string& file, const ConversionResult&)>& each);

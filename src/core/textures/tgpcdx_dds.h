@@ -5,6 +5,7 @@
 // restores it unchanged.
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,11 +69,16 @@ struct ConversionResult {
     std::string label;   // the format's label
     std::size_t mipCount = 0;
     bool converterFailed = false;  // the texture's XML could not be made binary again
+    bool stopped = false;          // the caller's stop check said so; nothing was left behind
 };
 
+// Asked between the steps of a long conversion: true stops it.
+using StopCheck = std::function<bool()>;
+
 // Writes "<folder>/<base>.dds" and "<folder>/<base>.dat" for the .TgPcDx at `tgpcdx`
-// (system paths); makes the folder when absent.
-ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folder);
+// (system paths); makes the folder when absent. `stop` is asked after reading, after the
+// conversion and between the megabytes written; a stop removes what was begun.
+ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folder, const StopCheck& stop = {});
 // The same from the texture's XML text, as the editor shows it, to "<ddsPath>" and the side
 // file beside it.
 ConversionResult XmlToDdsFile(std::string_view xml, const std::string& ddsPath);

@@ -122,12 +122,27 @@ void PicturePane::paintEvent(QPaintEvent* event) {
     if (visible.isEmpty()) return;
     painter.setBrushOrigin(whole.topLeft());
     painter.fillRect(visible, QBrush(checker_));
-    // Only the part of the picture under `visible` is scaled: its source rectangle.
+    // Only the part of the picture under `visible` is scaled.
     const double scale = zoom_ / 100.0;
-    const QRectF source((visible.left() - whole.left()) / scale, (visible.top() - whole.top()) / scale,
-                        visible.width() / scale, visible.height() / scale);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom_ < 100);
-    painter.drawImage(QRectF(visible), image_, source);
+    if (zoom_ <= 100) {
+        const QRectF source((visible.left() - whole.left()) / scale, (visible.top() - whole.top()) / scale,
+                            visible.width() / scale, visible.height() / scale);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom_ < 100);
+        painter.drawImage(QRectF(visible), image_, source);
+        return;
+    }
+    // Enlarged: the whole source pixels under the view, each made a block of screen pixels.
+    const int left = static_cast<int>((visible.left() - whole.left()) / scale);
+    const int top = static_cast<int>((visible.top() - whole.top()) / scale);
+    const int right = std::min(image_.width(), static_cast<int>((visible.right() + 1 - whole.left()) / scale) + 1);
+    const int bottom = std::min(image_.height(), static_cast<int>((visible.bottom() + 1 - whole.top()) / scale) + 1);
+    const QRect source(left, top, right - left, bottom - top);
+    const QRect target(whole.left() + static_cast<int>(left * scale), whole.top() + static_cast<int>(top * scale),
+                       static_cast<int>(right * scale) - static_cast<int>(left * scale),
+                       static_cast<int>(bottom * scale) - static_cast<int>(top * scale));
+    painter.setClipRect(visible);
+    painter.drawImage(target.topLeft(), image_.copy(source).scaled(target.size(), Qt::IgnoreAspectRatio,
+                                                                   Qt::FastTransformation));
 }
 
 void PicturePane::resizeEvent(QResizeEvent* event) {
