@@ -105,7 +105,7 @@ frmGFX2::frmGFX2(app::AppContext& ctx, QWidget* parent) : QWidget(parent, Qt::Wi
     zoomBox_ = new QLineEdit("100", view);
     zoomBox_->setObjectName("Text2");
     zoomBox_->setValidator(new QIntValidator(PicturePane::kMinZoom, PicturePane::kMaxZoom, zoomBox_));
-    zoomBox_->setMaximumWidth(64);
+    zoomBox_->setFixedWidth(zoomBox_->fontMetrics().horizontalAdvance("00000") + 16);
     level_ = new QComboBox(view);
     level_->setObjectName("Combo1");
     level_->setEnabled(false);
