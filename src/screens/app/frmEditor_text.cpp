@@ -92,7 +92,7 @@ QWidget* frmEditor::buildTextTab() {
     auto* highlight = MakeButton(frame, "Command1", "Highlight XML");
     auto* font = MakeButton(frame, "Command5", "Change Font");
     auto* clear = MakeButton(frame, "Command6", "Clear screen");
-    auto* image = MakeButton(frame, "Command7", "Show Image");
+    auto* image = showImage_ = MakeButton(frame, "Command7", "Show Image");
     image->setEnabled(false);  // enabled by a texture's name
     // The texture screens add the command; without them the button stays greyed.
     connect(image, &QPushButton::clicked, this, [this] { runMenuCommand("Command7"); });
@@ -235,7 +235,7 @@ void frmEditor::setDocumentName(Pane pane, const std::string& path) {
     name_[static_cast<int>(pane)]->setText(ToQt(path));
     if (pane != Pane::Main) return;
     const bool texture = path.size() >= 6 && tools::EqualsIgnoreCase(path.substr(path.size() - 6), "TgPcDx");
-    findChild<QPushButton*>("Command7")->setEnabled(texture && commands_.count("Command7") > 0);
+    showImage_->setEnabled(texture && commands_.count("Command7") > 0);
 }
 
 std::string frmEditor::documentName(Pane pane) const { return FromQt(name_[static_cast<int>(pane)]->text()); }
