@@ -1,4 +1,4 @@
-// ferrolund-screen-bench [editor [MB] | assets [N] | details [MB] | scenario [MB]]: times screens with a real
+// ferrolund-screen-bench [editor [MB] | assets [N] | details [MB] | scenario [MB] | picture [RUNS]]: times screens with a real
 // window (offscreen unless QT_QPA_PLATFORM says otherwise) and prints the figures. With
 // no argument the editor is timed.
 #include <QApplication>
@@ -17,7 +17,9 @@ int main(int argc, char** argv) {
     if (which == "assets") return AssetListBench(size);
     if (which == "details") return ScenarioDetailsBench(size);
     if (which == "scenario") return ScenarioEditorBench(size);
+    if (which == "picture") return PicturePaneBench(size);
     std::fprintf(stderr,
-                 "usage: ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS] | details [MB] | scenario [MB]]\n");
+                 "usage: ferrolund-screen-bench [editor [MB] | assets [BLUEPRINTS] | details [MB] | scenario [MB] |\n"
+                 "                             picture [RUNS]]\n");
     return 2;
 }

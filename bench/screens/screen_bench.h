@@ -11,3 +11,6 @@ int ScenarioDetailsBench(int megabytes);
 // The Scenario Editor opened on, then saving, a scenario of about `megabytes` MB of XML
 // (30 when 0).
 int ScenarioEditorBench(int megabytes);
+// The texture viewer's picture pane: decoding a 2048 x 2048 DXT5 texture for display, then
+// `runs` repaints at each of several zooms (30 when 0).
+int PicturePaneBench(int runs);

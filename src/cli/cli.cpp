@@ -105,9 +105,10 @@ const std::vector<Verb>& Verbs() {
          "      the entry filter (MASK, default \"*.GeoPcDx\"; \"*\" takes all; --rolling-stock keeps only\n"
          "      vehicles); with --rows, the asset rows of the blueprints among them as comma text\n"
          "      (MASK then defaults to \"*.bin\"), numbered on from IndexFiles\\index.csv", ListApVerb},
-        {"tex2dds", "tex2dds FILE... [--out DIR]",
-         "convert .TgPcDx textures to .dds in DIR (default: the program's TempDDS), each with the\n"
-         "      side file <base>.dat that keeps what the .dds cannot hold", TexToDdsVerb},
+        {"tex2dds", "tex2dds FILE|FOLDER... [--out DIR]",
+         "convert .TgPcDx textures (a FOLDER gives those directly in it) to .dds in DIR (default: the\n"
+         "      program's TempDDS), each with the side file <base>.dat that keeps what the .dds cannot\n"
+         "      hold; Ctrl+C stops between two files", TexToDdsVerb},
         {"dds2tex", "dds2tex DDS TGPCDX",
          "put the pixels of DDS back into the texture TGPCDX (the old file kept as a back-up), using\n"
          "      the side file beside DDS", DdsToTexVerb},

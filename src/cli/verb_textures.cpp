@@ -1,10 +1,12 @@
 #include "cli/verb_textures.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <ostream>
 
 #include "cli/shared_options.h"
+#include "textures/texture_batch.h"
 #include "textures/tgpcdx_dds.h"
 #include "tools/host_path.h"
 #include "tools/names.h"
@@ -23,28 +25,41 @@ int Usage(std::ostream& err, const char* usage) {
 }  // namespace
 
 int TexToDdsVerb(app::AppContext& ctx, const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    constexpr const char* kUsage = "tex2dds FILE... [--out DIR]";
+    constexpr const char* kUsage = "tex2dds FILE|FOLDER... [--out DIR]";
     std::vector<std::string> files;
     std::string folder = tools::SystemPath(tools::HostPath(ctx.appRoot) / "TempDDS");
+    bool named = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
         if (args[i] == "--out") {
             if (++i == args.size()) return Usage(err, kUsage);
             folder = args[i];
-        } else {
-            files.push_back(args[i]);
-        }
-    }
-    if (files.empty()) return Usage(err, kUsage);
-    int code = kExitDone;
-    for (const std::string& file : files) {
-        const textures::ConversionResult result = textures::TgPcDxToDds(file, folder);
-        if (!result.error.empty()) {
-            err << Shown(file) << ": " << Shown(result.error) << "\n";
-            code = kExitFailed;
             continue;
         }
-        out << Shown(result.output) << "\t" << result.label << "\t" << result.mipCount << " mip-maps\n";
+        named = true;
+        std::error_code ec;
+        if (!std::filesystem::is_directory(tools::HostPath(args[i]), ec)) {
+            files.push_back(args[i]);
+            continue;
+        }
+        // A folder gives the textures directly in it.
+        const std::vector<std::string> inFolder = textures::TexturesInFolder(args[i]);
+        if (inFolder.empty()) err << Shown(args[i]) << ": no .TgPcDx files in this folder\n";
+        files.insert(files.end(), inFolder.begin(), inFolder.end());
     }
+    if (!named) return Usage(err, kUsage);
+    if (files.empty()) return kExitFailed;
+    int code = kExitDone;
+    const textures::BatchSummary summary = textures::ConvertTextures(
+        ctx, files, folder, [&](const std::string& file, const textures::ConversionResult& result) {
+            if (!result.error.empty()) {
+                ctx.ui->progress(-1, {});  // off the progress line
+                err << Shown(file) << ": " << Shown(result.error) << "\n";
+                code = kExitFailed;
+                return;
+            }
+            out << Shown(result.output) << "\t" << result.label << "\t" << result.mipCount << " mip-maps\n";
+        });
+    if (summary.aborted) code = kExitFailed;
     return code;
 }
 

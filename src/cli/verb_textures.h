@@ -1,5 +1,5 @@
 #pragma once
-// ferrolund-cli tex2dds FILE... [--out DIR]
+// ferrolund-cli tex2dds FILE|FOLDER... [--out DIR]
 // ferrolund-cli dds2tex DDS TGPCDX
 // ferrolund-cli dds-info FILE...
 

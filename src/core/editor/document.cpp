@@ -115,6 +115,8 @@ std::string RecompileText(app::AppContext& ctx, const std::string& xml, const st
     return own;
 }
 
+std::string FileModifiedTime(const std::string& path) { return ModifiedTime(path); }
+
 NameParts SplitDocumentName(const std::string& path) {
     const std::size_t slash = path.find_last_of("\\/");
     const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);

@@ -73,6 +73,10 @@ base::Status ConvertScratchCopy(app::AppContext& ctx, const std::string& path, c
 std::string RecompileText(app::AppContext& ctx, const std::string& xml, const std::string& strBin,
                           const std::string& extension, const std::string& module);
 
+// The file's time of last change as the status line shows it ("2026-11-25 09:30:00"),
+// empty when the file cannot be read.
+std::string FileModifiedTime(const std::string& path);
+
 // A key pressed in the main pane: a .bin document counts as edited from then on.
 void NoteKeyPress(EditorDocument& doc, const std::string& documentName);
 // Every line end as CR LF: the form the converter writes and the game's text files use.

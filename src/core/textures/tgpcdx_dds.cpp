@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -385,24 +386,72 @@ std::string ReadDdsInfo(std::string_view dds, DdsInfo& info) {
     return {};
 }
 
-ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folder) {
+ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folder, const StopCheck& stop) {
     ConversionResult result;
+    auto stopped = [&] { return stop && stop(); };
+    auto Stopped = [] {
+        ConversionResult halted = Failed("Stopped.");
+        halted.stopped = true;
+        return halted;
+    };
     if (!EndsWithNoCase(tgpcdx, "TgPcDx")) return Failed(kNotTgPcDx);
     bool ok = false;
     const std::string binary = ReadFile(tgpcdx, ok);
     if (!ok) return Failed("Unable to read " + tgpcdx);
+    if (stopped()) return Stopped();
     TextureImage image;
     std::string error;
     const std::string dds = BinaryToDds(binary, image, error);
     if (!error.empty()) return Failed(error);
+    if (stopped()) return Stopped();
     if (!tools::CreatePath(folder)) return Failed("Unable to make the folder " + folder);
     const std::string base = tools::SystemPath(tools::HostPath(folder) / BaseName(tgpcdx));
     result.output = base + ".dds";
-    if (!WriteFile(result.output, dds) || !WriteFile(base + ".dat", SideFileText(image)))
-        return Failed("Unable to write " + result.output);
+    {
+        // A megabyte at a time, so a stop need not wait for the whole of a large texture.
+        constexpr std::size_t kChunk = 1 << 20;
+        std::ofstream out(tools::HostPath(result.output), std::ios::binary | std::ios::trunc);
+        bool halted = false;
+        for (std::size_t at = 0; out && at < dds.size(); at += kChunk) {
+            if (at > 0 && stopped()) {
+                halted = true;
+                break;
+            }
+            out.write(dds.data() + at, static_cast<std::streamsize>(std::min(kChunk, dds.size() - at)));
+        }
+        out.close();
+        if (halted || !out || !WriteFile(base + ".dat", SideFileText(image))) {
+            std::error_code ec;
+            std::filesystem::remove(tools::HostPath(result.output), ec);
+            tools::ForgetPath(result.output);
+            if (halted) return Stopped();
+            return Failed("Unable to write " + result.output);
+        }
+    }
     result.label = image.format->label;
     result.mipCount = image.blobSize.size();
     return result;
+}
+
+ConversionResult XmlToDdsFile(std::string_view xml, const std::string& ddsPath) {
+    TextureImage image;
+    if (std::string error = ReadTextureXml(xml, image); !error.empty()) return Failed(error);
+    std::string error;
+    const std::string dds = MakeDds(xml, image, error);
+    if (!error.empty()) return Failed(error);
+    ConversionResult result;
+    result.output = ddsPath;
+    if (!WriteFile(ddsPath, dds) || !WriteFile(Beside(ddsPath, ".dat"), SideFileText(image)))
+        return Failed("Unable to write " + ddsPath);
+    result.label = image.format->label;
+    result.mipCount = image.blobSize.size();
+    return result;
+}
+
+std::string TgPcDxBytesToDds(std::string_view binary, std::string& error) {
+    TextureImage image;
+    error.clear();
+    return BinaryToDds(binary, image, error);
 }
 
 ConversionResult DdsToTgPcDx(const std::string& dds, const std::string& tgpcdx) {
@@ -428,8 +477,11 @@ ConversionResult DdsToTgPcDx(const std::string& dds, const std::string& tgpcdx) 
     std::string binary;
     if (tools::FileExists(tgpcdx)) binary = PatchedOriginal(ReadFile(tgpcdx, ok), side, bytes);
     if (binary.empty()) {
-        if (const serz::CodecStatus status = serz::XmlToBinary(RebuildXml(side, bytes), binary))
-            return Failed(status->message);
+        if (const serz::CodecStatus status = serz::XmlToBinary(RebuildXml(side, bytes), binary)) {
+            result = Failed(status->message);
+            result.converterFailed = true;
+            return result;
+        }
     }
     const std::string made = Beside(dds, ".bin");
     if (!WriteFile(made, binary)) {

@@ -5,6 +5,7 @@
 // restores it unchanged.
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -67,11 +68,23 @@ struct ConversionResult {
     std::string backup;  // the old .TgPcDx's new name, when one was replaced
     std::string label;   // the format's label
     std::size_t mipCount = 0;
+    bool converterFailed = false;  // the texture's XML could not be made binary again
+    bool stopped = false;          // the caller's stop check said so; nothing was left behind
 };
 
+// Asked between the steps of a long conversion: true stops it.
+using StopCheck = std::function<bool()>;
+
 // Writes "<folder>/<base>.dds" and "<folder>/<base>.dat" for the .TgPcDx at `tgpcdx`
-// (system paths); makes the folder when absent.
-ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folder);
+// (system paths); makes the folder when absent. `stop` is asked after reading, after the
+// conversion and between the megabytes written; a stop removes what was begun.
+ConversionResult TgPcDxToDds(const std::string& tgpcdx, const std::string& folder, const StopCheck& stop = {});
+// The same from the texture's XML text, as the editor shows it, to "<ddsPath>" and the side
+// file beside it.
+ConversionResult XmlToDdsFile(std::string_view xml, const std::string& ddsPath);
+// The .dds of a .TgPcDx's bytes, made in memory; empty with `error` set when they are no
+// texture the conversion knows.
+std::string TgPcDxBytesToDds(std::string_view binary, std::string& error);
 // Puts the pixels of `dds` back into a .TgPcDx at `tgpcdx`, with everything else from the
 // side file beside the .dds. An existing `tgpcdx` is renamed to a back-up first. Nothing
 // is changed when the .dds no longer matches the side file.

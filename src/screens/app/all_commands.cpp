@@ -10,6 +10,7 @@ void RegisterAssetCommands(MenuCommands& menu);       // screens/assets/asset_co
 void RegisterContentCommands(MenuCommands& menu);     // screens/assets/content_commands.cpp
 void RegisterScenarioCommands(MenuCommands& menu);    // screens/scenarios/scenario_commands.cpp
 void RegisterConsistCommands(MenuCommands& menu);     // screens/consists/consist_commands.cpp
+void RegisterTextureCommands(MenuCommands& menu);     // screens/textures/texture_commands.cpp
 
 void RegisterAllCommands(MenuCommands& menu) {
     RegisterOptionCommands(menu);
@@ -21,6 +22,7 @@ void RegisterAllCommands(MenuCommands& menu) {
     RegisterContentCommands(menu);
     RegisterScenarioCommands(menu);
     RegisterConsistCommands(menu);
+    RegisterTextureCommands(menu);
 }
 
 }  // namespace ferrolund::screens

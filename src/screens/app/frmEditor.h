@@ -97,6 +97,7 @@ private:
     // The pane shows lines without their CR; a text that came with CR LF goes back with it.
     bool crlf_[2] = {true, true};
     QLabel* secondLabel_ = nullptr;
+    QPushButton* showImage_ = nullptr;  // "Show Image", for a texture's name
     QSplitter* splitter_ = nullptr;
     QTableWidget* routeGrid_ = nullptr;
     XmlTreePane* tree_ = nullptr;

@@ -22,6 +22,7 @@
 
 #include "editor/route_list.h"
 #include "screens/app/frmEditor.h"
+#include "tools/codepage.h"
 #include "screens/app/menu_commands.h"
 #include "screens/app/qt_text.h"
 #include "screens/editor/HighlightController.h"
@@ -91,8 +92,10 @@ QWidget* frmEditor::buildTextTab() {
     auto* highlight = MakeButton(frame, "Command1", "Highlight XML");
     auto* font = MakeButton(frame, "Command5", "Change Font");
     auto* clear = MakeButton(frame, "Command6", "Clear screen");
-    auto* image = MakeButton(frame, "Command7", "Show Image");
-    image->setEnabled(false);  // enabled by a texture's name once textures can be shown
+    auto* image = showImage_ = MakeButton(frame, "Command7", "Show Image");
+    image->setEnabled(false);  // enabled by a texture's name
+    // The texture screens add the command; without them the button stays greyed.
+    connect(image, &QPushButton::clicked, this, [this] { runMenuCommand("Command7"); });
     for (QPushButton* b : {highlight, font, clear, image}) buttons->addWidget(b);
     buttons->addStretch();
     connect(font, &QPushButton::clicked, this, &frmEditor::changeFont);
@@ -228,7 +231,12 @@ void frmEditor::setPaneText(Pane pane, const std::string& text) {
     pane_[i]->moveCursor(QTextCursor::Start);
 }
 
-void frmEditor::setDocumentName(Pane pane, const std::string& path) { name_[static_cast<int>(pane)]->setText(ToQt(path)); }
+void frmEditor::setDocumentName(Pane pane, const std::string& path) {
+    name_[static_cast<int>(pane)]->setText(ToQt(path));
+    if (pane != Pane::Main) return;
+    const bool texture = path.size() >= 6 && tools::EqualsIgnoreCase(path.substr(path.size() - 6), "TgPcDx");
+    showImage_->setEnabled(texture && commands_.count("Command7") > 0);
+}
 
 std::string frmEditor::documentName(Pane pane) const { return FromQt(name_[static_cast<int>(pane)]->text()); }
 

@@ -22,6 +22,7 @@
 #include "screens/assets/frmAssets.h"
 #include "screens/assets/picture_converter.h"
 #include "screens/services/frmReport.h"
+#include "screens/simdata/frmGraphs.h"
 #include "screens/simdata/frmPhysics.h"
 #include "tools/text_repair.h"
 
@@ -156,7 +157,10 @@ void frmAssets::displayPhysics() {
         if (ctx_.ui) ctx_.ui->message("This row names no blueprint, so it has no physics to show.", base::Icon::Exclamation);
         return;
     }
-    ShowPhysics(ctx_, this, assets::RowFile(ctx_, first));
+    ShowPhysics(ctx_, this, assets::RowFile(ctx_, first),
+                [this](const std::string& locoName, bool steam, const simdata::CurveFiles& curves) {
+                    ShowGraphs(ctx_, this, locoName, steam, curves);
+                });
 }
 
 void frmAssets::saveStockIndex() {

@@ -56,7 +56,7 @@ TEST(TextureVerbs, WrongArgumentsAndBadFiles) {
         std::string err;
     };
     const std::vector<Case> cases = {
-        {{"tex2dds"}, 2, "usage: tex2dds FILE... [--out DIR]"},
+        {{"tex2dds"}, 2, "usage: tex2dds FILE|FOLDER... [--out DIR]"},
         {{"tex2dds", junk.string(), "--out"}, 2, "usage: tex2dds"},
         {{"dds2tex", gif.string()}, 2, "usage: dds2tex DDS TGPCDX"},
         {{"dds-info"}, 2, "usage: dds-info FILE..."},
