@@ -18,7 +18,7 @@ using testing::Compiles;
 using testing::InstallTemplate;
 using testing::ReferenceId;
 using testing::ShippedTemplate;
-using testing::TagValue;
+using testing::TagValueAt;
 using testing::Game;
 using testing::Upright;
 using Verdict = TransformResult::Verdict;
