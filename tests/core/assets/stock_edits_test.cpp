@@ -154,7 +154,7 @@ TEST(AddPassengers, CancelMissingTemplateOrLockedFolderLoseNothing) {
         ASSERT_EQ(out.rows.size(), 1u);
         EXPECT_EQ(out.rows[0].written, "");
         if (fault == Fault::NoTemplate) {
-            EXPECT_EQ(out.rows[0].reason, "The template " + game.ctx.appRoot + "\\Templates\\AddPassengers2.txt was not found.");
+            EXPECT_EQ(out.rows[0].reason, MissingTemplateMessage("AddPassengers2.txt"));
         }
         EXPECT_EQ(game.bytesOf(kCoachFile), before);
         EXPECT_EQ(Siblings(coach), std::vector<fs::path>{"Mk2_TSO.bin"});

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "assets/stock_templates.h"
 #include "generator/texture_sample.h"
 #include "serz/codec.h"
 #include "stock_fixture.h"
@@ -92,7 +93,7 @@ TEST(ConvertToScenery, WithoutItsTemplateNothingIsMade) {
     game.okToWarning();
     const TransformOutcome out = ConvertToScenery(game.ctx, {game.row("Prov", "Prod", kCoach)});
     ASSERT_EQ(out.rows.size(), 1u);
-    EXPECT_EQ(out.rows[0].reason, "The template " + game.ctx.appRoot + "\\Templates\\APBatch11.txt was not found.");
+    EXPECT_EQ(out.rows[0].reason, MissingTemplateMessage("APBatch11.txt"));
     EXPECT_FALSE(fs::exists(game.onDisk(kFolder + "Static")));
 }
 
